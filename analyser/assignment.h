@@ -1,0 +1,59 @@
+// Gives the expected services their tracks, in order, and hands out the services that are to be
+// reported, one finding after the other. It assumes nothing of the alignment check: a service that
+// finds no tracks left keeps the shape that it was expected in.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "analyser/expected_services.h"
+#include "analyser/file_tracks.h"
+#include "analyser/surround_labels.h"
+
+namespace kestrel {
+
+/// A service and the consecutive file tracks that it was given.
+struct ServiceFinding {
+  const ExpectedService* service = nullptr;
+  std::wstring_view label;      // derived from the tracks, else that of the service
+  std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
+  std::int32_t found = 0;       // tracks really given, at most trackCount
+  TrackCursor first;            // the first of them
+};
+
+class Assignment {
+ public:
+  /// @param surroundCheck  derive the labels of 5.1 mixes from the tracks
+  Assignment(std::span<const ExpectedService> services, const FileTracks& tracks,
+             bool surroundCheck) noexcept
+      : services_(services),
+        tracks_(tracks),
+        labels_(tracks),
+        surroundCheck_(surroundCheck),
+        at_(tracks.begin()) {}
+
+  /// Moves to the next reported finding; false when all services are walked.
+  bool next() noexcept;
+
+  /// The finding that next() moved to; its label is valid until the next call of next().
+  const ServiceFinding& finding() const { return finding_; }
+
+ private:
+  bool takeProgramme(const ExpectedService& service);
+  void takeTracks(const ExpectedService& service);
+
+  std::span<const ExpectedService> services_;
+  const FileTracks& tracks_;
+  SurroundLabelReader labels_;
+  bool surroundCheck_;
+
+  std::size_t nextService_ = 0;
+  TrackCursor at_;
+  std::optional<std::int32_t> emcaGroup_;  // set while an EMCA service takes its programmes
+  ServiceFinding finding_;
+};
+
+}  // namespace kestrel

@@ -1,0 +1,41 @@
+// The layout description: the host's text that says which services it expects for which track
+// total.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "api/catalogue_ids.h"
+
+namespace kestrel {
+
+/// One entry of a description, "T8=5.1 Mix,Stereo".
+struct LayoutEntry {
+  std::uint32_t trackTotal = 0;  // 0 to 99
+  std::string_view serviceList;  // never empty
+};
+
+/// Takes the next entry off the front of `text`, with everything before it; nothing (and `text`
+/// empty) when there is none left. Works on bytes, whatever the locale.
+std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept;
+
+/// The first entry for a track total.
+std::optional<LayoutEntry> findEntry(std::string_view description,
+                                     std::uint32_t trackTotal) noexcept;
+
+/// Takes the next element off the front of a service list; nothing when the list is used up. A
+/// comma at the end adds no element, two commas in a row enclose an empty one; nothing is trimmed.
+std::optional<std::string_view> takeElement(std::string_view& serviceList) noexcept;
+
+/// What one element of a service list asks for.
+struct ServiceElement {
+  StreamType streamType = kUnknown;  // kMono to k71Mix, kEmca or kUnknown
+  std::int32_t trackCount = -1;      // tracks that it occupies; -1 for an unknown name
+  bool silent = false;               // written with a leading "-": not to be reported
+};
+
+/// Reads an element. With a leading "-" every "-" in it is passed over.
+ServiceElement readElement(std::string_view element) noexcept;
+
+}  // namespace kestrel

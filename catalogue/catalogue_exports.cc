@@ -1,0 +1,65 @@
+// The exported queries of the catalogue: each reads one table. A NULL buffer is looked at before
+// the id, so that it never raises.
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+#include "api/catalogue.h"
+#include "catalogue/catalogue_tables.h"
+
+namespace kestrel {
+
+namespace {
+
+std::int64_t length(std::string_view text) { return static_cast<std::int64_t>(text.size()); }
+
+std::int64_t length(std::span<const std::int32_t> list) {
+  return static_cast<std::int64_t>(list.size());
+}
+
+std::int64_t copyOut(std::span<const std::int32_t> list, std::int32_t* out) {
+  std::ranges::copy(list, out);
+  return length(list);
+}
+
+}  // namespace
+
+std::int64_t getRowCount() { return ServiceMapRows.size(); }
+
+std::int64_t getTracksCount(std::int32_t row) { return ServiceMapRowTrackCounts.at(row); }
+
+std::int64_t getServiceMapItemsCount(std::int32_t row) { return length(ServiceMapRows.at(row)); }
+
+std::int64_t getServiceMapItems(std::int32_t row, std::int32_t* items) {
+  return items == nullptr ? 0 : copyOut(ServiceMapRows.at(row), items);
+}
+
+std::int32_t getDefaultServiceMapItem(std::int32_t row) { return ServiceMapRows.at(row).front(); }
+
+std::int32_t getServiceMapItemRow(std::int32_t item) {
+  for (std::int32_t row = 0; row < ServiceMapRows.size(); ++row)
+    if (item >= ServiceMapRows.at(row).front() && item <= ServiceMapRows.at(row).back()) return row;
+  return 0;  // an unknown item answers like the items of row 0
+}
+
+std::int64_t getServiceMapItemNameLength(std::int32_t item) {
+  return length(ServiceMapItemNames.at(item));
+}
+
+void getServiceMapItemName(std::int32_t item, char* name) {
+  if (name == nullptr) return;
+  const std::string_view text = ServiceMapItemNames.at(item);
+  std::memcpy(name, text.data(), text.size() + 1);  // names are literals: the NUL follows
+}
+
+std::int64_t getStreamTypesCount(std::int32_t item) {
+  return length(ServiceMapItemStreamTypes.at(item));
+}
+
+std::int64_t getStreamTypes(std::int32_t item, std::int32_t* types) {
+  return types == nullptr ? 0 : copyOut(ServiceMapItemStreamTypes.at(item), types);
+}
+
+}  // namespace kestrel
