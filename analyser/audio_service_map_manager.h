@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "analyser/assignment.h"
+#include "analyser/ebu_r123_configurations.h"
 #include "analyser/expected_services.h"
 #include "analyser/file_tracks.h"
 #include "api/audio_stream_info.h"
@@ -41,10 +42,11 @@ class AudioServiceMapManager {
   /// stays as it is. Raises std::bad_alloc or std::length_error.
   void buildResults(std::vector<ServiceMapResult>& results, std::int32_t& status);
 
-  /// Whether two streams, given by their indices, agree in all three format keys.
-  bool tracksCompatible(std::int32_t a, std::int32_t b) const noexcept;
+  /// The table of the EBU R 123 analysis. No operation of the library adds to it.
+  R123Configurations EbuR123Configurations;
 
   std::uint32_t fileTrackCount() const noexcept { return fileTrackCount_; }
+  std::span<const AudioStreamInfo> streams() const noexcept { return streams_; }
   bool allowTwoTrackStreams() const noexcept { return allowTwoTrackStreams_; }
   std::span<const ExpectedService> expectedServices() const noexcept {
     return expectedServices_.records();
@@ -57,7 +59,7 @@ class AudioServiceMapManager {
 
  private:
   bool neighboursAgree(const ServiceFinding& finding) const noexcept;
-  void fillRecord(ServiceMapResult& record, const ServiceFinding& finding) const;
+  void appendRecord(std::vector<ServiceMapResult>& results, const ServiceFinding& finding) const;
 
   std::span<const AudioStreamInfo> streams_;
   std::uint32_t fileTrackCount_;

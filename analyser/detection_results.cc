@@ -2,17 +2,12 @@
 // together.
 #include <algorithm>
 #include <cstddef>
+#include <string>
 
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/tracks_compatible.h"
 
 namespace kestrel {
-
-bool AudioServiceMapManager::tracksCompatible(std::int32_t a, std::int32_t b) const noexcept {
-  const AudioStreamInfo& first = streams_[static_cast<std::size_t>(a)];
-  const AudioStreamInfo& second = streams_[static_cast<std::size_t>(b)];
-  return first.formatKey1 == second.formatKey1 && first.formatKey2 == second.formatKey2 &&
-         first.formatKey3 == second.formatKey3;
-}
 
 // Each track stands for the last stream with its track number. A missing track agrees with nothing.
 bool AudioServiceMapManager::neighboursAgree(const ServiceFinding& finding) const noexcept {
@@ -22,26 +17,26 @@ bool AudioServiceMapManager::neighboursAgree(const ServiceFinding& finding) cons
   for (std::int64_t i = fileTracks_.restOfStream(at); i < finding.trackCount;
        i += fileTracks_.restOfStream(at)) {
     const TrackCursor next = fileTracks_.nextStream(at);
-    if (!tracksCompatible(fileTracks_.tracks(at).lastStream, fileTracks_.tracks(next).lastStream))
+    if (!tracksCompatible(fileTracks_.lastOfNumber(at), fileTracks_.lastOfNumber(next)))
       return false;
     at = next;
   }
   return true;
 }
 
-void AudioServiceMapManager::fillRecord(ServiceMapResult& record,
-                                        const ServiceFinding& finding) const {
+void AudioServiceMapManager::appendRecord(std::vector<ServiceMapResult>& results,
+                                          const ServiceFinding& finding) const {
+  const ExpectedService& service = *finding.service;
+  // Built in place from the constant slots: copying them is far quicker than setting each field.
+  ServiceMapResult& record =
+      results.emplace_back(kUnusedSlots, finding.trackCount, service.reported, service.isEmca,
+                           service.requested, std::wstring(finding.label));
   TrackCursor at = finding.first;
   for (std::int32_t i = 0; i < finding.found; ++i, at = fileTracks_.advance(at, 1)) {
     const StreamTracks& tracks = fileTracks_.tracks(at);
     record.slots[static_cast<std::size_t>(i)] = {
         tracks.trackNumber, tracks.group, fileTracks_.info(at).group, fileTracks_.indexInGroup(at)};
   }
-  record.trackCount = finding.trackCount;
-  record.reported = finding.service->reported ? 1 : 0;
-  record.isEmca = finding.service->isEmca ? 1 : 0;
-  record.requested = finding.service->requested ? 1 : 0;
-  record.label = finding.label;
 }
 
 void AudioServiceMapManager::buildResults(std::vector<ServiceMapResult>& results,
@@ -57,7 +52,7 @@ void AudioServiceMapManager::buildResults(std::vector<ServiceMapResult>& results
       status = NO_SERVICE_MAP_ITEM;
       return;
     }
-    fillRecord(results.emplace_back(), assignment.finding());
+    appendRecord(results, assignment.finding());
   }
 }
 

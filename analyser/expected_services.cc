@@ -2,6 +2,7 @@
 // at one stroke. All track numbers of a call are taken at one stroke too.
 #include "analyser/expected_services.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 
@@ -11,19 +12,19 @@ namespace kestrel {
 
 namespace {
 
+// As many as takeElement() will take: a comma at the end adds none.
 std::size_t countElements(std::string_view serviceList) {
-  std::size_t count = 0;
-  while (takeElement(serviceList)) ++count;
-  return count;
+  const auto commas = static_cast<std::size_t>(std::ranges::count(serviceList, ','));
+  return serviceList.ends_with(',') ? commas : commas + 1;
 }
 
-ExpectedService toService(const ServiceElement& element, bool reportAll) {
+ExpectedService readService(std::string_view element, bool reportAll) {
   ExpectedService service;
-  service.streamType = element.streamType;
-  service.trackCount = element.trackCount;
-  service.isEmca = element.streamType == kEmca;
-  service.reported = reportAll || !element.silent;
-  service.requested = reportAll && !element.silent;
+  service.streamType = serviceNamed(element);
+  service.trackCount = tracksOf(service.streamType);
+  service.isEmca = service.streamType == kEmca;
+  service.reported = reportAll || !isSilent(element);
+  service.requested = reportAll && !isSilent(element);
   return service;
 }
 
@@ -49,7 +50,7 @@ void readExpectedServices(std::string_view description, std::uint32_t fileTrackC
   services.reset(countElements(list));
   std::size_t next = 0;
   while (const auto element = takeElement(list))
-    services.records()[next++] = toService(readElement(*element), reportAll);
+    services.records()[next++] = readService(*element, reportAll);
   numberTracks(services.records());
 }
 

@@ -60,7 +60,12 @@ class FileTracks {
   std::int32_t restOfStream(TrackCursor at) const { return info(at).channelCount - at.offset; }
 
   const AudioStreamInfo& info(TrackCursor at) const { return streams_[index(at.stream)]; }
-  const AudioStreamInfo& info(std::int32_t stream) const { return streams_[index(stream)]; }
+  const AudioStreamInfo& firstOfNumber(TrackCursor at) const {
+    return streams_[index(tracks(at).firstStream)];
+  }
+  const AudioStreamInfo& lastOfNumber(TrackCursor at) const {
+    return streams_[index(tracks(at).lastStream)];
+  }
   const StreamTracks& tracks(TrackCursor at) const { return tracks_.records()[index(at.stream)]; }
 
   std::int32_t indexInGroup(TrackCursor at) const {

@@ -50,19 +50,16 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   return total;
 }
 
-// The service names of a description, with what they stand for. Dolby E is written as "EMCA".
+// The service names of a description. "EMCA" stands for a pair that carries Dolby E or its like.
 struct ServiceName {
   std::string_view name;
-  ServiceElement meaning;
+  StreamType service;
 };
 
-constexpr ServiceName named(StreamType type) {
-  return {StreamTypeNames.at(type), {type, channelWidth(type), false}};
-}
+constexpr ServiceName named(StreamType type) { return {StreamTypeNames.at(type), type}; }
 
-constexpr std::array<ServiceName, 5> kServiceNames = {
-    named(kMono), named(kStereo), named(k51Mix), named(k71Mix),
-    ServiceName{"EMCA", {kEmca, channelWidth(kDolbyE), false}}};
+constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStereo), named(k51Mix),
+                                                      named(k71Mix), ServiceName{"EMCA", kEmca}};
 
 // Whether the element is `name` once its hyphens are passed over.
 bool equalsWithoutHyphens(std::string_view element, std::string_view name) {
@@ -107,17 +104,17 @@ std::optional<std::string_view> takeElement(std::string_view& serviceList) noexc
   return element;
 }
 
-ServiceElement readElement(std::string_view element) noexcept {
-  ServiceElement read;
-  read.silent = element.starts_with('-');
-  for (const ServiceName& service : kServiceNames) {
-    if (read.silent ? !equalsWithoutHyphens(element, service.name) : element != service.name)
-      continue;
-    read.streamType = service.meaning.streamType;
-    read.trackCount = service.meaning.trackCount;
-    break;
-  }
-  return read;
+StreamType serviceNamed(std::string_view element) noexcept {
+  const bool silent = isSilent(element);
+  for (const ServiceName& known : kServiceNames)
+    if (silent ? equalsWithoutHyphens(element, known.name) : element == known.name)
+      return known.service;
+  return kUnknown;
+}
+
+std::int32_t tracksOf(StreamType service) noexcept {
+  if (service == kUnknown) return -1;
+  return channelWidth(service == kEmca ? kDolbyE : service);
 }
 
 }  // namespace kestrel

@@ -28,14 +28,14 @@ std::optional<LayoutEntry> findEntry(std::string_view description,
 /// comma at the end adds no element, two commas in a row enclose an empty one; nothing is trimmed.
 std::optional<std::string_view> takeElement(std::string_view& serviceList) noexcept;
 
-/// What one element of a service list asks for.
-struct ServiceElement {
-  StreamType streamType = kUnknown;  // kMono to k71Mix, kEmca or kUnknown
-  std::int32_t trackCount = -1;      // tracks that it occupies; -1 for an unknown name
-  bool silent = false;               // written with a leading "-": not to be reported
-};
+/// Whether an element is written with a leading "-": its service is not to be reported.
+constexpr bool isSilent(std::string_view element) { return element.starts_with('-'); }
 
-/// Reads an element. With a leading "-" every "-" in it is passed over.
-ServiceElement readElement(std::string_view element) noexcept;
+/// The service that an element names: kMono to k71Mix, kEmca, or kUnknown. With a leading "-" every
+/// "-" in it is passed over.
+StreamType serviceNamed(std::string_view element) noexcept;
+
+/// Number of tracks that such a service occupies; -1 for kUnknown.
+std::int32_t tracksOf(StreamType service) noexcept;
 
 }  // namespace kestrel

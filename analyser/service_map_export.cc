@@ -1,22 +1,13 @@
 // The exported entry point of the analyser.
 #include <cstdint>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
 #include "api/service_map.h"
+#include "catalogue/host_text.h"
 
 namespace kestrel {
-
-namespace {
-
-template <class Char>
-std::basic_string_view<Char> viewOf(const Char* text) {
-  return text == nullptr ? std::basic_string_view<Char>{} : std::basic_string_view<Char>{text};
-}
-
-}  // namespace
 
 std::int32_t getServiceMap(const char* layoutDescription, const wchar_t* surroundChannelOrder,
                            std::int32_t allowTwoTrackStreams, const AudioStreamInfo* streams,

@@ -60,7 +60,7 @@ std::wstring_view SurroundLabelReader::labelOf(TrackCursor at) noexcept {
   if (stream != stream_ || index < nextIndex_) {
     stream_ = stream;
     nextIndex_ = 0;
-    rest_ = tracks_.info(stream).trackLabels;
+    rest_ = tracks_.firstOfNumber(at).trackLabels;
   }
   const std::wstring_view label = takeLabelAfter(rest_, index - nextIndex_);
   nextIndex_ = std::int64_t{index} + 1;

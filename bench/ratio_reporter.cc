@@ -1,0 +1,44 @@
+#include "bench/ratio_reporter.h"
+
+#include <cstdio>
+#include <string_view>
+
+namespace kestrel::bench {
+
+namespace {
+
+constexpr std::string_view kLibrary = "/library";
+
+}  // namespace
+
+void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
+  ConsoleReporter::ReportRuns(runs);
+  for (const Run& run : runs) {
+    if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
+    const std::string name = run.run_name.function_name;
+    if (!figures_.contains(name)) order_.push_back(name);
+    Figures& figures = figures_[name];
+    figures.time = run.GetAdjustedCPUTime();
+    const auto allocations = run.counters.find("allocations");
+    if (allocations != run.counters.end()) figures.allocations = allocations->second.value;
+  }
+}
+
+void RatioReporter::printRatios() const {
+  std::printf("\n%-28s %10s %12s %12s %14s\n", "", "library", "plain /", "library /",
+              "allocations,");
+  std::printf("%-28s %10s %12s %12s %14s\n", "", "ns", "library", "floor", "library (floor)");
+  for (const std::string& name : order_) {
+    if (!name.ends_with(kLibrary)) continue;
+    const std::string stem = name.substr(0, name.size() - kLibrary.size());
+    const Figures& library = figures_.at(name);
+    const auto plain = figures_.find(stem + "/plain");
+    const auto floor = figures_.find(stem + "/floor");
+    if (plain == figures_.end() || floor == figures_.end()) continue;
+    std::printf("%-28s %10.0f %12.1f %12.2f %10.0f (%.0f)\n", stem.c_str(), library.time,
+                plain->second.time / library.time, library.time / floor->second.time,
+                library.allocations, floor->second.allocations);
+  }
+}
+
+}  // namespace kestrel::bench

@@ -1,0 +1,13 @@
+// The texts that hosts pass: NUL-terminated, and empty where a host passes NULL.
+#pragma once
+
+#include <string_view>
+
+namespace kestrel {
+
+template <class Char>
+constexpr std::basic_string_view<Char> viewOf(const Char* text) {
+  return text == nullptr ? std::basic_string_view<Char>{} : std::basic_string_view<Char>{text};
+}
+
+}  // namespace kestrel

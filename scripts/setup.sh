@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Installs what the project needs from Debian's packages, if it is missing; says what it does.
+#
+# usage: scripts/setup.sh demo|test|bench
+set -euo pipefail
+
+for_demo=(g++ cmake ninja-build pkg-config python3 libmediainfo-dev libcli11-dev libfmt-dev
+  nlohmann-json3-dev libboost-dev)
+for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clang-tidy-16
+  g++-mingw-w64-x86-64-posix wine wine64 ffmpeg mediainfo binutils)
+
+case "${1:-}" in
+  demo) wanted=("${for_demo[@]}") ;;
+  bench) wanted=(g++ cmake ninja-build libbenchmark-dev) ;;
+  test) wanted=("${for_test[@]}") ;;
+  *)
+    echo "usage: scripts/setup.sh demo|test|bench" >&2
+    exit 2
+    ;;
+esac
+
+installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+missing=()
+for package in "${wanted[@]}"; do
+  installed "$package" || missing+=("$package")
+done
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "setup: all packages are here"
+  exit 0
+fi
+
+as_root=()
+if [ "$(id -u)" -ne 0 ]; then as_root=(sudo); fi
+echo "setup: installing ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -1,0 +1,55 @@
+// The scanner of layout descriptions against its plain form, which uses regular expressions.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+
+#include "analyser/expected_services.h"
+#include "tests/plain/plain_layout_description.h"
+#include "tests/random_inputs.h"
+
+namespace kestrel {
+namespace {
+
+bool agree(const ExpectedService& service, const plain::PlainExpectedService& plain,
+           std::uint32_t counterShift) {
+  for (std::int32_t i = 0; i < static_cast<std::int32_t>(plain.tracks.size()); ++i) {
+    const std::int32_t track = plain.tracks[static_cast<std::size_t>(i)];
+    const bool used = i < plain.trackCount;
+    if (service.track(i) != (used ? trackNumberAfter(track, counterShift) : -1)) return false;
+  }
+  return service.trackCount == plain.trackCount && service.streamType == plain.streamType &&
+         service.isEmca == plain.isEmca && service.reported == plain.reported &&
+         service.requested == plain.requested && service.label == plain.label;
+}
+
+TEST(LayoutDescriptions, ReadLikeThePlainFormOnRandomTexts) {
+  constexpr int kTexts = 250'000;
+  test::Random random(20260101);
+  std::int32_t plainCounter = -1;
+  // The process may have parsed before; both count on from where they stand.
+  const auto shift = static_cast<std::uint32_t>(takeTrackNumbers(0));
+  int chosen = 0, services = 0, failures = 0;
+  for (int i = 0; i < kTexts && failures < 5; ++i) {
+    const std::string text = test::randomDescription(random);
+    const std::uint32_t total = random.oneOf(test::kDescribedTotals);
+    const bool reportAll = random.oneIn(2);
+    const auto expected = plain::parse(text, total, reportAll, plainCounter);
+    ExpectedServices read;
+    readExpectedServices(text, total, reportAll, read);
+    bool same = read.records().size() == expected.size();
+    for (std::size_t s = 0; same && s < expected.size(); ++s)
+      same = agree(read.records()[s], expected[s], shift);
+    if (!same) {
+      ++failures;
+      ADD_FAILURE() << "total " << total << ", description " << ::testing::PrintToString(text);
+    }
+    if (!expected.empty()) ++chosen;
+    services += static_cast<int>(expected.size());
+  }
+  std::printf("%d texts, an entry chosen in %d, %d services\n", kTexts, chosen, services);
+  EXPECT_GT(chosen, kTexts / 20);
+}
+
+}  // namespace
+}  // namespace kestrel

@@ -1,0 +1,61 @@
+// A test program of its own: its first test must see the counter as it is when a process starts.
+#include "analyser/track_number_counter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <thread>
+#include <vector>
+
+#include "analyser/audio_service_map_manager.h"
+
+namespace kestrel {
+namespace {
+
+std::vector<std::int32_t> tracksOf(const AudioServiceMapManager& manager) {
+  std::vector<std::int32_t> tracks;
+  for (const ExpectedService& service : manager.expectedServices())
+    for (std::int32_t i = 0; i < service.trackCount; ++i) tracks.push_back(service.track(i));
+  return tracks;
+}
+
+std::vector<std::int32_t> parse(const char* description, std::int32_t channels) {
+  AudioStreamInfo stream;
+  stream.channelCount = channels;
+  return tracksOf({description, L"", false, &stream, 1, false, false});
+}
+
+TEST(TrackNumberCounter, StartsAtZeroGrowsByKnownNamesAndWraps) {
+  EXPECT_EQ(parse("T2=Stereo", 2), (std::vector<std::int32_t>{0, 1}));
+  EXPECT_EQ(parse("T2=Stereo", 2), (std::vector<std::int32_t>{2, 3}));
+  EXPECT_EQ(parse("T4=Dolby E,-Mono,,EMCA", 4), (std::vector<std::int32_t>{4, 5, 6}));
+  EXPECT_EQ(parse("T9=Stereo", 2), (std::vector<std::int32_t>{})) << "no entry, no numbers";
+  EXPECT_EQ(parse("T2=stereo", 2), (std::vector<std::int32_t>{})) << "unknown, no numbers";
+  EXPECT_EQ(parse("T2=Mono", 2), (std::vector<std::int32_t>{7}));
+
+  takeTrackNumbers(static_cast<std::uint32_t>(INT_MAX - 8));  // the next is INT_MAX
+  EXPECT_EQ(parse("T6=5.1 Mix", 6),
+            (std::vector<std::int32_t>{INT_MAX, INT_MIN, INT_MIN + 1, INT_MIN + 2, INT_MIN + 3,
+                                       INT_MIN + 4}));
+}
+
+TEST(TrackNumberCounter, HandsNoNumberOutTwice) {
+  constexpr int kThreads = 8, kCalls = 2000;
+  std::vector<std::vector<std::int32_t>> taken(kThreads);
+  std::vector<std::thread> threads;
+  for (auto& numbers : taken)
+    threads.emplace_back([&numbers] {
+      for (int i = 0; i < kCalls; ++i)
+        for (const std::int32_t number : parse("T4=Stereo,EMCA", 4)) numbers.push_back(number);
+    });
+  for (auto& thread : threads) thread.join();
+  std::vector<std::int32_t> all;
+  for (const auto& numbers : taken) all.insert(all.end(), numbers.begin(), numbers.end());
+  std::ranges::sort(all);
+  EXPECT_EQ(all.size(), static_cast<std::size_t>(kThreads * kCalls * 4));
+  EXPECT_EQ(std::ranges::adjacent_find(all), all.end());
+}
+
+}  // namespace
+}  // namespace kestrel
