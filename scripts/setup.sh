@@ -5,7 +5,7 @@
 set -euo pipefail
 
 for_demo=(g++ cmake ninja-build pkg-config python3 libmediainfo-dev libcli11-dev libfmt-dev
-  nlohmann-json3-dev libboost-dev)
+  nlohmann-json3-dev libuv1-dev)
 for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clang-tidy-16
   g++-mingw-w64-x86-64-posix wine wine64 ffmpeg mediainfo binutils)
 

@@ -1,0 +1,18 @@
+#include "host/text_parts.h"
+
+#include <algorithm>
+
+namespace kestrel::host {
+
+std::vector<std::string_view> splitAtBlanks(std::string_view text) {
+  std::vector<std::string_view> parts;
+  for (std::size_t at = text.find_first_not_of(' '); at != std::string_view::npos;
+       at = text.find_first_not_of(' ', at)) {
+    const std::size_t end = std::min(text.find(' ', at), text.size());
+    parts.push_back(text.substr(at, end - at));
+    at = end;
+  }
+  return parts;
+}
+
+}  // namespace kestrel::host
