@@ -23,24 +23,32 @@ bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
   return true;
 }
 
-bool passOrdinary(const FileTracks& tracks, TrackCursor& at, std::int32_t count) {
-  while (count > 0) {
-    if (tracks.atEnd(at) || tracks.info(at).isPairCoded != 0) return false;
-    const std::int32_t step = std::min(count, tracks.restOfStream(at));
+// Passes `count` ordinary tracks, or as many as there are, and returns how many.
+std::int32_t passOrdinary(const FileTracks& tracks, TrackCursor& at, std::int32_t count) {
+  std::int32_t passed = 0;
+  while (passed < count && !tracks.atEnd(at) && tracks.info(at).isPairCoded == 0) {
+    const std::int32_t step = std::min(count - passed, tracks.restOfStream(at));
     at = tracks.advance(at, step);
-    count -= step;
+    passed += step;
   }
-  return true;
+  return passed;
 }
 
 }  // namespace
 
-bool servicesAlign(std::span<const ExpectedService> services, const FileTracks& tracks) noexcept {
+std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> services,
+                                             const FileTracks& tracks) noexcept {
   TrackCursor at = tracks.begin();
-  return std::ranges::all_of(services, [&](const ExpectedService& service) {
-    return service.isEmca ? passPairCoded(tracks, at)
-                          : passOrdinary(tracks, at, service.trackCount);
-  });
+  for (std::size_t i = 0; i < services.size(); ++i) {
+    const ExpectedService& service = services[i];
+    if (service.isEmca) {
+      if (!passPairCoded(tracks, at)) return Misalignment{i, 0, at};
+    } else {
+      const std::int32_t passed = passOrdinary(tracks, at, service.trackCount);
+      if (passed < service.trackCount) return Misalignment{i, passed, at};
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace kestrel

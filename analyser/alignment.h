@@ -2,6 +2,9 @@
 // tracks, and the others ordinary ones.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
 
 #include "analyser/expected_services.h"
@@ -9,9 +12,17 @@
 
 namespace kestrel {
 
-/// Whether each pair-coded service meets a run of pair-coded tracks of one group and each other
-/// service as many ordinary tracks as it occupies. A track that the file lacks is a mismatch;
-/// tracks left over are none. Services of unknown names meet nothing and hold no test up.
-bool servicesAlign(std::span<const ExpectedService> services, const FileTracks& tracks) noexcept;
+/// Where services and tracks stop lining up.
+struct Misalignment {
+  std::size_t service = 0;  // the service that does not meet what it should
+  std::int32_t slot = 0;    // and which of its tracks
+  TrackCursor at;           // what it meets instead; the end of the tracks when the file lacks one
+};
+
+/// Nothing when each pair-coded service meets a run of pair-coded tracks of one group and each
+/// other service as many ordinary tracks as it occupies; else the first place where that fails.
+/// Tracks left over do no harm. Services of unknown names meet nothing and hold no test up.
+std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> services,
+                                             const FileTracks& tracks) noexcept;
 
 }  // namespace kestrel

@@ -41,12 +41,12 @@ bool Assignment::takeProgramme(const ExpectedService& service) {
   for (; inGroup() && tracks_.info(at_).group == ownGroup; at_ = tracks_.nextStream(at_))
     count += tracks_.restOfStream(at_);
   const auto slots = static_cast<std::int32_t>(std::min<std::int64_t>(count, kSlotCount));
-  finding_ = {&service, service.label, slots, slots, first};
+  finding_ = {&service, service.label, slots, slots, count, first};
   return true;
 }
 
 void Assignment::takeTracks(const ExpectedService& service) {
-  finding_ = {&service, service.label, service.trackCount, 0, at_};
+  finding_ = {&service, service.label, service.trackCount, 0, 0, at_};
   if (surroundCheck_ && service.streamType == k51Mix) {
     const std::wstring_view derived = labels_.read(at_);
     if (!derived.empty()) finding_.label = derived;
@@ -57,6 +57,7 @@ void Assignment::takeTracks(const ExpectedService& service) {
     finding_.found += step;
     at_ = tracks_.advance(at_, step);
   }
+  finding_.given = finding_.found;
 }
 
 }  // namespace kestrel

@@ -20,7 +20,8 @@ struct ServiceFinding {
   const ExpectedService* service = nullptr;
   std::wstring_view label;      // derived from the tracks, else that of the service
   std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
-  std::int32_t found = 0;       // tracks really given, at most trackCount
+  std::int32_t found = 0;       // tracks that fill slots, at most trackCount
+  std::int64_t given = 0;       // tracks really given: more than slots in a long pair-coded run
   TrackCursor first;            // the first of them
 };
 
@@ -40,6 +41,9 @@ class Assignment {
 
   /// The finding that next() moved to; its label is valid until the next call of next().
   const ServiceFinding& finding() const { return finding_; }
+
+  /// The track behind those that were given away so far.
+  TrackCursor at() const { return at_; }
 
  private:
   bool takeProgramme(const ExpectedService& service);

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "analyser/alignment.h"
+#include "analyser/layout_description.h"
 
 namespace kestrel {
 
@@ -27,7 +27,10 @@ AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescriptio
       allowTwoTrackStreams_(allowTwoTrackStreams),
       surroundCheck_(surroundCheck),
       fileTracks_(streams_) {
-  readExpectedServices(layoutDescription, fileTrackCount_, reportAll, expectedServices_);
+  const auto entry = findEntry(layoutDescription, fileTrackCount_);
+  if (!entry) return;
+  serviceList_ = entry->serviceList;
+  readExpectedServices(serviceList_, reportAll, expectedServices_);
   for (ExpectedService& service : expectedServices_.records())
     if (service.streamType == k51Mix) service.label = surroundChannelOrder;
 }
@@ -37,7 +40,8 @@ AudioServiceMapManager::~AudioServiceMapManager() = default;
 std::int32_t AudioServiceMapManager::detectServices() {
   if (streams_.empty() || expectedServices().empty()) return 0;
   fileTracks_.expand();
-  return servicesAlign(expectedServices(), fileTracks_) ? 1 : 0;
+  misalignment_ = findMisalignment(expectedServices(), fileTracks_);
+  return misalignment_ ? 0 : 1;
 }
 
 }  // namespace kestrel

@@ -8,10 +8,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "analyser/alignment.h"
 #include "analyser/assignment.h"
 #include "analyser/ebu_r123_configurations.h"
 #include "analyser/expected_services.h"
@@ -48,9 +50,16 @@ class AudioServiceMapManager {
   std::uint32_t fileTrackCount() const noexcept { return fileTrackCount_; }
   std::span<const AudioStreamInfo> streams() const noexcept { return streams_; }
   bool allowTwoTrackStreams() const noexcept { return allowTwoTrackStreams_; }
+  /// The service list of the description's entry that was chosen; empty when none was.
+  std::string_view serviceList() const noexcept { return serviceList_; }
   std::span<const ExpectedService> expectedServices() const noexcept {
     return expectedServices_.records();
   }
+  /// The file's tracks; after detectServices() returned 1 or misalignment() is set.
+  const FileTracks& fileTracks() const noexcept { return fileTracks_; }
+  /// Why the services do not line up, where it is for their tracks that detectServices() returned
+  /// 0.
+  const std::optional<Misalignment>& misalignment() const noexcept { return misalignment_; }
 
   /// The walk over what the tracks hold; after detectServices().
   Assignment assignment() const noexcept {
@@ -58,15 +67,16 @@ class AudioServiceMapManager {
   }
 
  private:
-  bool neighboursAgree(const ServiceFinding& finding) const noexcept;
   void appendRecord(std::vector<ServiceMapResult>& results, const ServiceFinding& finding) const;
 
   std::span<const AudioStreamInfo> streams_;
   std::uint32_t fileTrackCount_;
   bool allowTwoTrackStreams_;
   bool surroundCheck_;
+  std::string_view serviceList_;
   ExpectedServices expectedServices_;
   FileTracks fileTracks_;
+  std::optional<Misalignment> misalignment_;
 };
 
 }  // namespace kestrel

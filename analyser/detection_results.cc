@@ -1,28 +1,13 @@
-// Turns what the tracks hold into the host's records, and tests that the tracks of one service go
-// together.
+// Turns what the tracks hold into the host's records.
 #include <algorithm>
 #include <cstddef>
 #include <string>
 
 #include "analyser/audio_service_map_manager.h"
-#include "analyser/tracks_compatible.h"
+#include "analyser/neighbours.h"
+#include "analyser/slots.h"
 
 namespace kestrel {
-
-// Each track stands for the last stream with its track number. A missing track agrees with nothing.
-bool AudioServiceMapManager::neighboursAgree(const ServiceFinding& finding) const noexcept {
-  if (finding.trackCount < 2 || finding.service->isEmca) return true;
-  if (finding.found < finding.trackCount) return false;
-  TrackCursor at = finding.first;
-  for (std::int64_t i = fileTracks_.restOfStream(at); i < finding.trackCount;
-       i += fileTracks_.restOfStream(at)) {
-    const TrackCursor next = fileTracks_.nextStream(at);
-    if (!tracksCompatible(fileTracks_.lastOfNumber(at), fileTracks_.lastOfNumber(next)))
-      return false;
-    at = next;
-  }
-  return true;
-}
 
 void AudioServiceMapManager::appendRecord(std::vector<ServiceMapResult>& results,
                                           const ServiceFinding& finding) const {
@@ -31,12 +16,7 @@ void AudioServiceMapManager::appendRecord(std::vector<ServiceMapResult>& results
   ServiceMapResult& record =
       results.emplace_back(kUnusedSlots, finding.trackCount, service.reported, service.isEmca,
                            service.requested, std::wstring(finding.label));
-  TrackCursor at = finding.first;
-  for (std::int32_t i = 0; i < finding.found; ++i, at = fileTracks_.advance(at, 1)) {
-    const StreamTracks& tracks = fileTracks_.tracks(at);
-    record.slots[static_cast<std::size_t>(i)] = {
-        tracks.trackNumber, tracks.group, fileTracks_.info(at).group, fileTracks_.indexInGroup(at)};
-  }
+  fillSlots(finding, fileTracks_, record.slots);
 }
 
 void AudioServiceMapManager::buildResults(std::vector<ServiceMapResult>& results,
@@ -47,7 +27,7 @@ void AudioServiceMapManager::buildResults(std::vector<ServiceMapResult>& results
       std::ranges::count(expectedServices(), true, &ExpectedService::reported)));
   Assignment assignment = this->assignment();
   while (assignment.next()) {
-    if (!neighboursAgree(assignment.finding())) {
+    if (!neighboursAgree(assignment.finding(), fileTracks_)) {
       results = std::vector<ServiceMapResult>();  // without storage
       status = NO_SERVICE_MAP_ITEM;
       return;

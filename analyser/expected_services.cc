@@ -1,4 +1,4 @@
-// The entry is walked twice, once to count its elements and once to read them, so that room is made
+// The list is walked twice, once to count its elements and once to read them, so that room is made
 // at one stroke. All track numbers of a call are taken at one stroke too.
 #include "analyser/expected_services.h"
 
@@ -42,14 +42,11 @@ void numberTracks(std::span<ExpectedService> services) {
 
 }  // namespace
 
-void readExpectedServices(std::string_view description, std::uint32_t fileTrackCount,
-                          bool reportAll, ExpectedServices& services) {
-  const auto entry = findEntry(description, fileTrackCount);
-  if (!entry) return;
-  std::string_view list = entry->serviceList;
-  services.reset(countElements(list));
+void readExpectedServices(std::string_view serviceList, bool reportAll,
+                          ExpectedServices& services) {
+  services.reset(countElements(serviceList));
   std::size_t next = 0;
-  while (const auto element = takeElement(list))
+  while (const auto element = takeElement(serviceList))
     services.records()[next++] = readService(*element, reportAll);
   numberTracks(services.records());
 }

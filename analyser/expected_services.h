@@ -29,10 +29,9 @@ struct ExpectedService {
 
 using ExpectedServices = ScratchArray<ExpectedService, 32>;
 
-/// Fills `services` from the description's first entry for `fileTrackCount`, in the order of the
-/// text; leaves it empty when there is no such entry. Services of known names take their track
-/// numbers from the process-wide counter. Raises std::bad_alloc before any number is taken.
-void readExpectedServices(std::string_view description, std::uint32_t fileTrackCount,
-                          bool reportAll, ExpectedServices& services);
+/// Fills `services` from the service list of an entry, in the order of the text. Services of known
+/// names take their track numbers from the process-wide counter. Raises std::bad_alloc before any
+/// number is taken.
+void readExpectedServices(std::string_view serviceList, bool reportAll, ExpectedServices& services);
 
 }  // namespace kestrel

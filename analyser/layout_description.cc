@@ -114,7 +114,7 @@ StreamType serviceNamed(std::string_view element) noexcept {
 
 std::int32_t tracksOf(StreamType service) noexcept {
   if (service == kUnknown) return -1;
-  return channelWidth(service == kEmca ? kDolbyE : service);
+  return StreamTypeWidths.at(service == kEmca ? kDolbyE : service);
 }
 
 }  // namespace kestrel

@@ -9,17 +9,6 @@ namespace kestrel {
 
 namespace {
 
-constexpr std::array<std::wstring_view, 6> kSurroundLabels = {L"L",   L"R",  L"C",
-                                                              L"LFE", L"Ls", L"Rs"};
-
-// Takes the next token off the front of the text; empty when there is none.
-std::wstring_view takeLabel(std::wstring_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(L' '), text.size()));
-  const std::wstring_view label = text.substr(0, text.find(L' '));
-  text.remove_prefix(label.size());
-  return label;
-}
-
 // Takes `skipped` tokens and one more off the front of the text, and returns the last one.
 std::wstring_view takeLabelAfter(std::wstring_view& text, std::int64_t skipped) {
   for (; skipped > 0 && !text.empty(); --skipped) takeLabel(text);

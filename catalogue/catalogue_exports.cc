@@ -38,11 +38,7 @@ std::int64_t getServiceMapItems(std::int32_t row, std::int32_t* items) {
 
 std::int32_t getDefaultServiceMapItem(std::int32_t row) { return ServiceMapRows.at(row).front(); }
 
-std::int32_t getServiceMapItemRow(std::int32_t item) {
-  for (std::int32_t row = 0; row < ServiceMapRows.size(); ++row)
-    if (item >= ServiceMapRows.at(row).front() && item <= ServiceMapRows.at(row).back()) return row;
-  return 0;  // an unknown item answers like the items of row 0
-}
+std::int32_t getServiceMapItemRow(std::int32_t item) { return rowOf(item); }
 
 std::int64_t getServiceMapItemNameLength(std::int32_t item) {
   return length(ServiceMapItemNames.at(item));

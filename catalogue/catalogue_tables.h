@@ -66,6 +66,12 @@ consteval auto streamTypeNames() {
   return names;
 }
 
+consteval auto streamTypeWidths() {
+  std::array<std::int32_t, kStreamTypeCount> widths{};
+  for (std::size_t i = 0; i < widths.size(); ++i) widths[i] = kCatalogue.streamTypes[i].width;
+  return widths;
+}
+
 consteval auto itemNames() {
   std::array<std::string_view, kItemCount> names{};
   for (std::size_t i = 0; i < names.size(); ++i) names[i] = kCatalogue.layouts[i].name;
@@ -92,9 +98,14 @@ inline constexpr IdTable ServiceMapItemStreamTypes{derive::itemStreamTypes()};
 /// Row -> number of tracks of each of its items.
 inline constexpr IdTable ServiceMapRowTrackCounts{derive::rowTrackCounts()};
 
-/// Tracks that one stream of a catalogued type occupies.
-constexpr std::int32_t channelWidth(StreamType type) {
-  return kCatalogue.streamTypes[static_cast<std::size_t>(type)].width;
+/// Stream type -> tracks that one stream of it occupies.
+inline constexpr IdTable StreamTypeWidths{derive::streamTypeWidths()};
+
+/// The row that holds an item; 0, like the items of row 0, for an unknown one.
+constexpr std::int32_t rowOf(ServiceMapItem item) {
+  for (std::int32_t row = 0; row < ServiceMapRows.size(); ++row)
+    if (item >= ServiceMapRows.at(row).front() && item <= ServiceMapRows.at(row).back()) return row;
+  return 0;
 }
 
 namespace derive {
@@ -102,7 +113,7 @@ namespace derive {
 consteval bool everyItemFillsItsTracks() {
   return std::ranges::all_of(kCatalogue.layouts, [](const LayoutRow& layout) {
     std::int32_t tracks = 0;
-    for (const StreamType type : layout.streamTypes.view()) tracks += channelWidth(type);
+    for (const StreamType type : layout.streamTypes.view()) tracks += StreamTypeWidths.at(type);
     return tracks == layout.tracks;
   });
 }

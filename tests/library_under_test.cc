@@ -76,7 +76,16 @@ Library loadFunctions() {
   find(handle, "getServiceMapItemName", functions.getServiceMapItemName);
   find(handle, "getStreamTypesCount", functions.getStreamTypesCount);
   find(handle, "getStreamTypes", functions.getStreamTypes);
+  find(handle, "getStreamTypeNameLength", functions.getStreamTypeNameLength);
+  find(handle, "getStreamTypeName", functions.getStreamTypeName);
+  find(handle, "getStreamTypeSymbol", functions.getStreamTypeSymbol);
+  find(handle, "getStreamTypeSymbolicLength", functions.getStreamTypeSymbolicLength);
+  find(handle, "getStreamTypeSymbolic", functions.getStreamTypeSymbolic);
+  find(handle, "streamTypeFromStr", functions.streamTypeFromStr);
+  find(handle, "serviceMapItemFromStr", functions.serviceMapItemFromStr);
   find(handle, "getServiceMap", functions.getServiceMap);
+  find(handle, "getServiceMapEbuR123", functions.getServiceMapEbuR123);
+  find(handle, "GetServiceMapItemByAS11R123", functions.GetServiceMapItemByAS11R123);
   return functions;
 }
 

@@ -6,7 +6,10 @@
 #include <string>
 
 #include "api/catalogue.h"
+#include "api/ebu_r123.h"
+#include "api/layout_code.h"
 #include "api/service_map.h"
+#include "api/stream_naming.h"
 #include "tests/plain/plain_service_map.h"
 
 namespace kestrel::test {
@@ -23,7 +26,16 @@ struct Library {
   decltype(&kestrel::getServiceMapItemName) getServiceMapItemName;
   decltype(&kestrel::getStreamTypesCount) getStreamTypesCount;
   decltype(&kestrel::getStreamTypes) getStreamTypes;
+  decltype(&kestrel::getStreamTypeNameLength) getStreamTypeNameLength;
+  decltype(&kestrel::getStreamTypeName) getStreamTypeName;
+  decltype(&kestrel::getStreamTypeSymbol) getStreamTypeSymbol;
+  decltype(&kestrel::getStreamTypeSymbolicLength) getStreamTypeSymbolicLength;
+  decltype(&kestrel::getStreamTypeSymbolic) getStreamTypeSymbolic;
+  decltype(&kestrel::streamTypeFromStr) streamTypeFromStr;
+  decltype(&kestrel::serviceMapItemFromStr) serviceMapItemFromStr;
   decltype(&kestrel::getServiceMap) getServiceMap;
+  decltype(&kestrel::getServiceMapEbuR123) getServiceMapEbuR123;
+  decltype(&kestrel::GetServiceMapItemByAS11R123) GetServiceMapItemByAS11R123;
 };
 
 /// The loaded library; loaded by the first call, never unloaded. Throws std::runtime_error, naming

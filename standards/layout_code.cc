@@ -1,0 +1,46 @@
+// An ordered list of rules, of which the first that holds decides. Most codes count wherever they
+// stand in the text and in either case; a few must be the whole text as it is written here. The mix
+// and the order are part of the interface: "12a" holds "2a", so the rule for 12a never decides.
+#include "standards/layout_code.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kestrel {
+
+namespace {
+
+constexpr std::array<LayoutCodeRule, 22> kRules = {{
+    {CodeTest::kContains, "2a", 0},   {CodeTest::kEquals, "4a", 2},
+    {CodeTest::kEquals, "4b", 2},     {CodeTest::kEquals, "4c", 2},
+    {CodeTest::kContains, "8a", 8},   {CodeTest::kContains, "8b", 7},
+    {CodeTest::kContains, "8d", 10},  {CodeTest::kContains, "8g", 11},
+    {CodeTest::kEquals, "8i", 11},    {CodeTest::kEquals, "8h", 11},
+    {CodeTest::kContains, "12a", 20}, {CodeTest::kContains, "12b", 21},
+    {CodeTest::kContains, "12c", 22}, {CodeTest::kContains, "12d", 23},
+    {CodeTest::kContains, "12e", 24}, {CodeTest::kContains, "12f", 25},
+    {CodeTest::kContains, "12g", 26}, {CodeTest::kContains, "12h", 27},
+    {CodeTest::kContains, "16a", 33}, {CodeTest::kContains, "16b", 34},
+    {CodeTest::kContains, "16c", 35}, {CodeTest::kContains, "16f", 36},
+}};
+
+constexpr char lowerAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool containsNoCase(std::string_view text, std::string_view code) {
+  return !std::ranges::search(text, code, {}, lowerAscii).empty();
+}
+
+}  // namespace
+
+std::span<const LayoutCodeRule> layoutCodeRules() noexcept { return kRules; }
+
+ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept {
+  for (const LayoutCodeRule& rule : kRules)
+    if (rule.test == CodeTest::kEquals ? text == rule.code : containsNoCase(text, rule.code))
+      return rule.item;
+  return NO_SERVICE_MAP_ITEM;
+}
+
+}  // namespace kestrel
