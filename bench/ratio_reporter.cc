@@ -9,6 +9,12 @@ namespace {
 
 constexpr std::string_view kLibrary = "/library";
 
+std::string oneDecimal(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.1f", value);
+  return text;
+}
+
 }  // namespace
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
@@ -32,12 +38,14 @@ void RatioReporter::printRatios() const {
     if (!name.ends_with(kLibrary)) continue;
     const std::string stem = name.substr(0, name.size() - kLibrary.size());
     const Figures& library = figures_.at(name);
-    const auto plain = figures_.find(stem + "/plain");
     const auto floor = figures_.find(stem + "/floor");
-    if (plain == figures_.end() || floor == figures_.end()) continue;
-    std::printf("%-28s %10.0f %12.1f %12.2f %10.0f (%.0f)\n", stem.c_str(), library.time,
-                plain->second.time / library.time, library.time / floor->second.time,
-                library.allocations, floor->second.allocations);
+    if (floor == figures_.end()) continue;
+    const auto plain = figures_.find(stem + "/plain");
+    const std::string faster =
+        plain == figures_.end() ? "-" : oneDecimal(plain->second.time / library.time);
+    std::printf("%-28s %10.1f %12s %12.2f %10.0f (%.0f)\n", stem.c_str(), library.time,
+                faster.c_str(), library.time / floor->second.time, library.allocations,
+                floor->second.allocations);
   }
 }
 

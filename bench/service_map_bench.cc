@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "api/service_map.h"
-#include "bench/allocation_counter.h"
 #include "bench/cases.h"
+#include "bench/measure.h"
+#include "bench/naming_bench.h"
 #include "bench/ratio_reporter.h"
 
 namespace kestrel::bench {
@@ -18,15 +19,6 @@ std::int32_t call(const plain::ServiceMapInput& input, std::vector<ServiceMapRes
   return getServiceMap(input.description.c_str(), input.order.c_str(), 0, input.streams.data(),
                        static_cast<std::int32_t>(input.streams.size()), &results,
                        input.reportAll ? 1 : 0, input.surroundCheck ? 1 : 0);
-}
-
-// Times `work` and notes how often one run of it allocates.
-template <class Work>
-void measure(benchmark::State& state, const Work& work) {
-  const std::int64_t before = allocationCount();
-  work();
-  state.counters["allocations"] = static_cast<double>(allocationCount() - before);
-  for ([[maybe_unused]] auto iteration : state) work();
 }
 
 void library(benchmark::State& state, const plain::ServiceMapInput& input) {
@@ -92,6 +84,7 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
   kestrel::bench::registerEverydayCases();
+  kestrel::bench::registerNamingCases();
   kestrel::bench::RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.printRatios();

@@ -1,37 +1,68 @@
-// Nothing here builds a text to compare or to measure: an item's list of names is matched against
-// the text in place, and an ordinal has at most two digits.
+// Texts and ordinals are worked out by the compiler: a name is two copies, and a text is compared
+// with the few constants of its length.
 #include "catalogue/stream_names.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 namespace kestrel {
 
 namespace {
 
-// The stream type at the position, or the error of an unknown id.
-StreamType typeAt(std::span<const StreamType> types, std::int32_t position) {
-  if (position < 0 || static_cast<std::size_t>(position) >= types.size()) raiseUnknownId();
-  return types[static_cast<std::size_t>(position)];
+using Ordinals = std::array<std::uint8_t, kMostStreams>;
+
+// For each stream of an item which of its type it is, from 1; 0 where the type stands once.
+constexpr Ordinals ordinalsOf(std::span<const StreamType> types) {
+  Ordinals ordinals{};
+  for (std::size_t i = 0; i < types.size(); ++i)
+    if (std::ranges::count(types, types[i]) > 1)
+      ordinals[i] = static_cast<std::uint8_t>(std::ranges::count(types.first(i + 1), types[i]));
+  return ordinals;
 }
 
-std::size_t countOf(StreamType type, std::span<const StreamType> types) {
-  return static_cast<std::size_t>(std::ranges::count(types, type));
-}
+constexpr IdTable kOrdinals{[] {
+  std::array<Ordinals, derive::kItemCount> all{};
+  for (std::size_t i = 0; i < all.size(); ++i)
+    all[i] = ordinalsOf(kCatalogue.layouts[i].streamTypes.view());
+  return all;
+}()};
 
-bool takeFront(std::string_view& text, std::string_view front) {
-  if (!text.starts_with(front)) return false;
-  text.remove_prefix(front.size());
-  return true;
-}
+constexpr std::size_t kLongestItemText = 111;
 
-bool spells(std::string_view text, std::span<const StreamType> types) {
-  for (std::size_t i = 0; i < types.size(); ++i) {
-    if (i > 0 && !takeFront(text, ",")) return false;
-    if (!takeFront(text, StreamTypeNames.at(types[i]))) return false;
+// The stream types of an item as names joined by commas.
+struct ItemText {
+  std::array<char, kLongestItemText + 1> characters{};
+  std::uint8_t length = 0;
+
+  constexpr void append(std::string_view part) {
+    for (const char c : part) characters[length++] = c;
   }
-  return text.empty();
+  constexpr std::string_view view() const { return {characters.data(), length}; }
+};
+
+constexpr ItemText textOf(std::span<const StreamType> types) {
+  ItemText text;
+  for (const StreamType type : types) {
+    if (text.length > 0) text.append(",");
+    text.append(StreamTypeNames.at(type));
+  }
+  return text;
 }
+
+constexpr IdTable kItemTexts{[] {
+  std::array<ItemText, derive::kItemCount> texts{};
+  for (std::size_t i = 0; i < texts.size(); ++i)
+    texts[i] = textOf(kCatalogue.layouts[i].streamTypes.view());
+  return texts;
+}()};
+
+// The lengths side by side: all of them are looked at, but few texts.
+constexpr auto kItemTextLengths = [] {
+  std::array<std::uint8_t, derive::kItemCount> lengths{};
+  std::ranges::transform(kItemTexts, lengths.begin(), &ItemText::length);
+  return lengths;
+}();
 
 static_assert(kMostStreams <= 99, "an ordinal has at most two digits");
 static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
@@ -42,10 +73,9 @@ static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
 
 StreamName::StreamName(ServiceMapItem item, std::int32_t position) {
   const std::span<const StreamType> types = ServiceMapItemStreamTypes.at(item);
-  const StreamType type = typeAt(types, position);
-  typeName_ = StreamTypeNames.at(type);
-  if (countOf(type, types) > 1)
-    ordinal_ = countOf(type, types.first(static_cast<std::size_t>(position) + 1));
+  if (position < 0 || static_cast<std::size_t>(position) >= types.size()) raiseUnknownId();
+  typeName_ = StreamTypeNames.at(types[static_cast<std::size_t>(position)]);
+  ordinal_ = kOrdinals.at(item)[static_cast<std::size_t>(position)];
 }
 
 std::size_t StreamName::length() const {
@@ -68,11 +98,14 @@ StreamType streamTypeNamed(std::string_view name) noexcept {
                                         : static_cast<StreamType>(found - StreamTypeNames.begin());
 }
 
+std::string_view streamTypesText(ServiceMapItem item) { return kItemTexts.at(item).view(); }
+
 ServiceMapItem itemOfStreamTypes(std::string_view text) noexcept {
-  const auto found =
-      std::ranges::find_if(ServiceMapItemStreamTypes,
-                           [&](std::span<const StreamType> types) { return spells(text, types); });
-  return static_cast<ServiceMapItem>(found - ServiceMapItemStreamTypes.begin());
+  for (ServiceMapItem item = 0; item < NO_SERVICE_MAP_ITEM; ++item)
+    if (kItemTextLengths[static_cast<std::size_t>(item)] == text.size() &&
+        kItemTexts.at(item).view() == text)
+      return item;
+  return NO_SERVICE_MAP_ITEM;
 }
 
 }  // namespace kestrel

@@ -29,11 +29,15 @@ class StreamName {
 
  private:
   std::string_view typeName_;
-  std::size_t ordinal_ = 0;  // from 1; 0 where the type stands once
+  std::uint32_t ordinal_ = 0;  // from 1; 0 where the type stands once
 };
 
 /// The stream type with exactly this name; kUnknown when there is none.
 StreamType streamTypeNamed(std::string_view name) noexcept;
+
+/// The stream types of an item as names joined by commas, with a NUL behind them. Raises
+/// std::out_of_range for an unknown item.
+std::string_view streamTypesText(ServiceMapItem item);
 
 /// The first item whose stream types, as names joined by commas, are this text;
 /// NO_SERVICE_MAP_ITEM when there is none.

@@ -1,10 +1,13 @@
-// An ordered list of rules, of which the first that holds decides. Most codes count wherever they
-// stand in the text and in either case; a few must be the whole text as it is written here. The mix
-// and the order are part of the interface: "12a" holds "2a", so the rule for 12a never decides.
+// Codes are found in one pass over the text: each is one or two digits and a letter, so wherever a
+// letter stands behind a digit, tables made from the rules say which rules that meets. The first of
+// all rules that are met decides. The mix of tests and the order are part of the interface: "12a"
+// holds "2a", so the rule for 12a never decides.
 #include "standards/layout_code.h"
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 
 namespace kestrel {
 
@@ -24,12 +27,64 @@ constexpr std::array<LayoutCodeRule, 22> kRules = {{
     {CodeTest::kContains, "16c", 35}, {CodeTest::kContains, "16f", 36},
 }};
 
-constexpr char lowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+using RuleIndex = std::uint8_t;
+constexpr RuleIndex kNoRule = kRules.size();
+
+constexpr std::size_t kDigits = 10;
+constexpr std::size_t kLetters = 26;
+
+// Which rule the codes of one form and one test belong to, by their last digit and their letter.
+struct RuleTable {
+  std::array<std::array<RuleIndex, kLetters>, kDigits> rules{};
+
+  constexpr RuleIndex at(std::size_t digit, std::size_t letter) const {
+    return rules[digit][letter];
+  }
+};
+
+consteval RuleTable tableOf(CodeTest test, std::size_t length) {
+  RuleTable table;
+  for (auto& row : table.rules) row.fill(kNoRule);
+  for (RuleIndex i = 0; i < kRules.size(); ++i) {
+    const std::string_view code = kRules[i].code;
+    if (kRules[i].test != test || code.size() != length) continue;
+    const auto digit = static_cast<std::size_t>(code[length - 2] - '0');
+    const auto letter = static_cast<std::size_t>(code[length - 1] - 'a');
+    table.rules[digit][letter] = i;
+  }
+  return table;
 }
 
-bool containsNoCase(std::string_view text, std::string_view code) {
-  return !std::ranges::search(text, code, {}, lowerAscii).empty();
+constexpr RuleTable kShortAnywhere = tableOf(CodeTest::kContains, 2);
+constexpr RuleTable kLongAnywhere = tableOf(CodeTest::kContains, 3);  // "1" stands before the digit
+constexpr RuleTable kShortWhole = tableOf(CodeTest::kEquals, 2);
+
+static_assert(std::ranges::all_of(kRules, [](const LayoutCodeRule& rule) {
+  return rule.code.size() == 2 ||
+         (rule.code.size() == 3 && rule.code[0] == '1' && rule.test == CodeTest::kContains);
+}));
+
+// 0 to 25 for an ASCII letter of either case, more for any other character.
+constexpr std::size_t letterIndex(char c) {
+  return static_cast<unsigned char>((static_cast<unsigned char>(c) | 0x20U) - 'a');
+}
+
+// 0 to 9 for an ASCII digit, more for any other character.
+constexpr std::size_t digitIndex(char c) {
+  return static_cast<unsigned char>(static_cast<unsigned char>(c) - '0');
+}
+
+constexpr bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+
+// The first rule that the character at `end` meets as the last one of a code.
+RuleIndex ruleAt(std::string_view text, std::size_t end) {
+  const std::size_t letter = letterIndex(text[end]);
+  const std::size_t digit = digitIndex(text[end - 1]);
+  if (letter >= kLetters || digit >= kDigits) return kNoRule;
+  RuleIndex rule = kShortAnywhere.at(digit, letter);
+  if (end >= 2 && text[end - 2] == '1') rule = std::min(rule, kLongAnywhere.at(digit, letter));
+  if (text.size() == 2 && isLower(text[end])) rule = std::min(rule, kShortWhole.at(digit, letter));
+  return rule;
 }
 
 }  // namespace
@@ -37,10 +92,9 @@ bool containsNoCase(std::string_view text, std::string_view code) {
 std::span<const LayoutCodeRule> layoutCodeRules() noexcept { return kRules; }
 
 ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept {
-  for (const LayoutCodeRule& rule : kRules)
-    if (rule.test == CodeTest::kEquals ? text == rule.code : containsNoCase(text, rule.code))
-      return rule.item;
-  return NO_SERVICE_MAP_ITEM;
+  RuleIndex first = kNoRule;
+  for (std::size_t end = 1; end < text.size(); ++end) first = std::min(first, ruleAt(text, end));
+  return first == kNoRule ? NO_SERVICE_MAP_ITEM : kRules[first].item;
 }
 
 }  // namespace kestrel
