@@ -45,12 +45,12 @@ struct RuleTable {
 consteval RuleTable tableOf(CodeTest test, std::size_t length) {
   RuleTable table;
   for (auto& row : table.rules) row.fill(kNoRule);
-  for (RuleIndex i = 0; i < kRules.size(); ++i) {
+  for (std::size_t i = 0; i < kRules.size(); ++i) {
     const std::string_view code = kRules[i].code;
     if (kRules[i].test != test || code.size() != length) continue;
     const auto digit = static_cast<std::size_t>(code[length - 2] - '0');
     const auto letter = static_cast<std::size_t>(code[length - 1] - 'a');
-    table.rules[digit][letter] = i;
+    table.rules[digit][letter] = static_cast<RuleIndex>(i);
   }
   return table;
 }

@@ -1,0 +1,173 @@
+#include "analyser/diagnosis.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "analyser/layout_description.h"
+#include "analyser/neighbours.h"
+#include "analyser/surround_labels.h"
+#include "api/service_map_result.h"
+
+namespace kestrel {
+
+namespace {
+
+constexpr std::int32_t kFirstRemark = 100;
+
+// Tracks from the cursor to the end of the file.
+std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
+  std::int64_t count = 0;
+  for (; !tracks.atEnd(at); at = tracks.nextStream(at)) count += tracks.restOfStream(at);
+  return count;
+}
+
+}  // namespace
+
+KestrelFinding& Diagnosis::add(std::int32_t code) {
+  KestrelFinding finding{};
+  finding.structSize = sizeof finding;
+  finding.code = code;
+  finding.service = finding.slot = finding.stream = -1;
+  finding.track = finding.textOffset = finding.textLength = -1;
+  auto& list = code < kFirstRemark ? errors_ : remarks_;
+  return list.emplace_back(finding);
+}
+
+KestrelFinding& Diagnosis::addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
+                                 TrackCursor track) {
+  KestrelFinding& finding = add(code);
+  finding.service = service;
+  finding.slot = static_cast<std::int32_t>(slot);
+  finding.stream = track.stream;
+  finding.track = analyser_.fileTracks().tracks(track).trackNumber;
+  return finding;
+}
+
+std::int32_t Diagnosis::indexOf(const ExpectedService& service) const {
+  return static_cast<std::int32_t>(&service - analyser_.expectedServices().data());
+}
+
+void Diagnosis::explainDetection() {
+  if (analyser_.streams().empty()) {
+    add(KESTREL_NO_STREAMS);
+  } else if (analyser_.expectedServices().empty()) {
+    add(KESTREL_NO_ENTRY).first = analyser_.fileTrackCount();
+  } else if (analyser_.misalignment()) {
+    explainMisalignment(*analyser_.misalignment());
+  }
+}
+
+void Diagnosis::explainMisalignment(const Misalignment& misalignment) {
+  const FileTracks& tracks = analyser_.fileTracks();
+  const auto service = static_cast<std::int32_t>(misalignment.service);
+  if (!tracks.atEnd(misalignment.at)) {
+    const bool pairCoded = tracks.info(misalignment.at).isPairCoded != 0;
+    addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK, service, misalignment.slot,
+          misalignment.at);
+    return;
+  }
+  KestrelFinding& finding = add(KESTREL_TOO_FEW_TRACKS);
+  finding.service = service;
+  finding.slot = misalignment.slot;
+  finding.first = analyser_.expectedServices()[misalignment.service].trackCount;
+  finding.second = misalignment.slot;
+}
+
+bool Diagnosis::explainFinding(const ServiceFinding& finding) {
+  const std::int32_t service = indexOf(*finding.service);
+  const std::size_t errorsBefore = errors_.size();
+  explainNeighbours(finding, service);
+  if (finding.given > finding.found) {
+    KestrelFinding& run = addAt(KESTREL_RUN_TOO_LONG, service, -1, finding.first);
+    run.first = kSlotCount;
+    run.second = finding.given;
+  }
+  if (surroundCheck_ && finding.service->streamType == k51Mix) explainLabels(finding, service);
+  return errors_.size() == errorsBefore;
+}
+
+void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t service) {
+  const FileTracks& tracks = analyser_.fileTracks();
+  for (DisagreementWalk walk(finding, tracks); walk.next();) {
+    const AudioStreamInfo& left = tracks.lastOfNumber(walk.left());
+    const AudioStreamInfo& right = tracks.lastOfNumber(walk.right());
+    const auto compare = [&](std::int32_t code, std::int32_t first, std::int32_t second) {
+      if (first == second) return;
+      KestrelFinding& difference = addAt(code, service, walk.slot(), walk.right());
+      difference.first = first;
+      difference.second = second;
+    };
+    compare(KESTREL_KEY1_DIFFERS, left.formatKey1, right.formatKey1);
+    compare(KESTREL_KEY2_DIFFERS, left.formatKey2, right.formatKey2);
+    compare(KESTREL_KEY3_DIFFERS, left.formatKey3, right.formatKey3);
+  }
+  if (!lacksNeighbours(finding)) return;
+  KestrelFinding& missing = add(KESTREL_TOO_FEW_TRACKS);
+  missing.service = service;
+  missing.slot = finding.found;
+  missing.first = finding.trackCount;
+  missing.second = finding.found;
+}
+
+// Labels are looked at one by one; their order only when they make a full set.
+void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t service) {
+  const FileTracks& tracks = analyser_.fileTracks();
+  std::array<std::int32_t, kSurroundLabels.size()> firstSlot{};
+  firstSlot.fill(-1);
+  std::optional<std::pair<std::int32_t, TrackCursor>> reordered;
+  std::string_view order = surroundChannelOrder_;
+  SurroundLabelReader reader(tracks);
+  TrackCursor at = finding.first;
+  for (std::int32_t slot = 0; slot < finding.found; ++slot, at = tracks.advance(at, 1)) {
+    const std::wstring_view label = reader.labelOf(at);
+    const std::string_view wanted = takeLabel(order);
+    const auto known = static_cast<std::size_t>(std::ranges::find(kSurroundLabels, label) -
+                                                kSurroundLabels.begin());
+    if (label.empty()) {
+      addAt(KESTREL_LABEL_MISSING, service, slot, at);
+    } else if (known == kSurroundLabels.size()) {
+      addAt(KESTREL_LABEL_UNKNOWN, service, slot, at);
+    } else if (firstSlot[known] >= 0) {
+      addAt(KESTREL_LABEL_DOUBLED, service, slot, at).first = firstSlot[known];
+    } else {
+      firstSlot[known] = slot;
+      if (!reordered && !std::ranges::equal(label, wanted)) reordered.emplace(slot, at);
+    }
+  }
+  const bool complete = std::ranges::find(firstSlot, -1) == firstSlot.end();
+  if (complete && reordered)
+    addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
+}
+
+void Diagnosis::explainRest(TrackCursor firstLeftOver) {
+  const FileTracks& tracks = analyser_.fileTracks();
+  if (tracks.atEnd(firstLeftOver)) return;
+  const std::int64_t all = tracksFrom(tracks, tracks.begin());
+  KestrelFinding& rest = addAt(KESTREL_TRACKS_LEFT_OVER, -1, -1, firstLeftOver);
+  rest.first = all - tracksFrom(tracks, firstLeftOver);
+  rest.second = all;
+}
+
+void Diagnosis::explainElements() {
+  std::string_view list = analyser_.serviceList();
+  std::int32_t service = 0;
+  for (auto element = takeElement(list); element; element = takeElement(list), ++service) {
+    if (serviceNamed(*element) != kUnknown) continue;
+    KestrelFinding& finding =
+        add(element->empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE);
+    finding.service = service;
+    finding.textOffset = element->data() - layoutDescription_.data();
+    finding.textLength = std::ssize(*element);
+  }
+}
+
+std::vector<KestrelFinding> Diagnosis::takeFindings() {
+  errors_.insert(errors_.end(), remarks_.begin(), remarks_.end());
+  return std::move(errors_);
+}
+
+}  // namespace kestrel

@@ -1,0 +1,59 @@
+// Says why a file does not carry its services, and what is odd about those that it carries. It
+// reads what the detection left behind and repeats none of it; only labels are looked at anew, one
+// by one, where the detection merely asked whether they make a set.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "analyser/assignment.h"
+#include "analyser/audio_service_map_manager.h"
+#include "api/kestrel.h"
+
+namespace kestrel {
+
+/// Gathers the findings of one analysis. Every function raises std::bad_alloc.
+class Diagnosis {
+ public:
+  /// @param layoutDescription     the text that the analyser's service list is a part of
+  /// @param surroundChannelOrder  in UTF-8
+  Diagnosis(const AudioServiceMapManager& analyser, std::string_view layoutDescription,
+            std::string_view surroundChannelOrder, bool surroundCheck)
+      : analyser_(analyser),
+        layoutDescription_(layoutDescription),
+        surroundChannelOrder_(surroundChannelOrder),
+        surroundCheck_(surroundCheck) {}
+
+  /// Why detectServices() returned 0.
+  void explainDetection();
+
+  /// What one service of the walk shows. Returns whether its neighbouring tracks agree.
+  bool explainFinding(const ServiceFinding& finding);
+
+  /// The tracks behind the last service.
+  void explainRest(TrackCursor firstLeftOver);
+
+  /// Elements of the description that name nothing.
+  void explainElements();
+
+  /// All findings, errors first, each in the order in which they were found.
+  std::vector<KestrelFinding> takeFindings();
+
+ private:
+  KestrelFinding& add(std::int32_t code);
+  KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
+                        TrackCursor track);
+  std::int32_t indexOf(const ExpectedService& service) const;
+  void explainMisalignment(const Misalignment& misalignment);
+  void explainNeighbours(const ServiceFinding& finding, std::int32_t service);
+  void explainLabels(const ServiceFinding& finding, std::int32_t service);
+
+  const AudioServiceMapManager& analyser_;
+  std::string_view layoutDescription_;
+  std::string_view surroundChannelOrder_;
+  bool surroundCheck_;
+  std::vector<KestrelFinding> errors_;
+  std::vector<KestrelFinding> remarks_;
+};
+
+}  // namespace kestrel

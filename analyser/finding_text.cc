@@ -1,0 +1,127 @@
+// Each code has one template. Words in braces stand for what the finding and its context say:
+//
+//   {service}  "service 2 (Stereo)"       {slot}   the slot, counted from 1
+//   {track}    the track number           {stream} the stream, counted from 1
+//   {first}, {second}                     the two values; {firstSlot} the first one as a slot
+//   {element}  the element of the description, shortened where it is long
+//   {offset}   where it stands in the description, counted from 1
+//   {totals}   the totals that the description has entries for
+#include "analyser/finding_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "analyser/layout_description.h"
+
+namespace kestrel {
+
+namespace {
+
+struct FindingTemplate {
+  std::int32_t code;
+  std::string_view text;
+};
+
+constexpr std::array<FindingTemplate, 16> kTemplates = {{
+    {KESTREL_NO_STREAMS, "The file has no audio streams."},
+    {KESTREL_NO_ENTRY,
+     "The layout description has no entry for {first} tracks; it has entries for {totals}."},
+    {KESTREL_PAIR_CODED_TRACK,
+     "Track {slot} of {service} must be an ordinary track, but track {track} (stream {stream}) is "
+     "pair-coded."},
+    {KESTREL_PLAIN_TRACK,
+     "Track {slot} of {service} must be pair-coded, but track {track} (stream {stream}) is an "
+     "ordinary track."},
+    {KESTREL_TOO_FEW_TRACKS,
+     "The file runs out of tracks at track {slot} of {service}: it needs {first} and gets "
+     "{second}."},
+    {KESTREL_KEY1_DIFFERS,
+     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
+     "format key 1: {first} there, {second} here."},
+    {KESTREL_KEY2_DIFFERS,
+     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
+     "format key 2: {first} there, {second} here."},
+    {KESTREL_KEY3_DIFFERS,
+     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
+     "format key 3: {first} there, {second} here."},
+    {KESTREL_UNKNOWN_SERVICE,
+     "Element {element} at character {offset} of the layout description names no known service, so "
+     "{service} takes no tracks."},
+    {KESTREL_EMPTY_ELEMENT,
+     "The element at character {offset} of the layout description is empty, so {service} takes no "
+     "tracks."},
+    {KESTREL_TRACKS_LEFT_OVER,
+     "The services take {first} of the file's {second} tracks; track {track} (stream {stream}) is "
+     "the first that is left over."},
+    {KESTREL_LABEL_MISSING,
+     "Track {slot} of {service}, track {track} (stream {stream}), has no label."},
+    {KESTREL_LABEL_UNKNOWN,
+     "The label of track {slot} of {service}, track {track} (stream {stream}), is none of L, R, C, "
+     "LFE, Ls and Rs."},
+    {KESTREL_LABEL_DOUBLED,
+     "Track {slot} of {service}, track {track} (stream {stream}), has the same label as its track "
+     "{firstSlot}."},
+    {KESTREL_LABELS_REORDERED,
+     "The labels of {service} are complete, but from its track {slot}, track {track} (stream "
+     "{stream}), on they are not in the surround channel order."},
+    {KESTREL_RUN_TOO_LONG,
+     "A pair-coded run of {service} that begins at track {track} (stream {stream}) has {second} "
+     "tracks, of which the first {first} are reported."},
+}};
+
+// The element of the service list with an index.
+std::string_view elementAt(std::string_view serviceList, std::int32_t index) {
+  auto element = takeElement(serviceList);
+  for (std::int32_t i = 0; i < index && element; ++i) element = takeElement(serviceList);
+  return element.value_or(std::string_view{});
+}
+
+std::string shortened(std::string_view element) {
+  constexpr std::size_t kLongest = 40;
+  std::string text(element.substr(0, kLongest));
+  if (element.size() > kLongest) text += "...";
+  return text;
+}
+
+std::string serviceText(const KestrelFinding& finding, const FindingContext& context) {
+  std::string_view name = elementAt(context.serviceList, finding.service);
+  if (isSilent(name)) name.remove_prefix(1);
+  const std::string number = "service " + std::to_string(finding.service + 1);
+  return name.empty() ? number : number + " (" + shortened(name) + ")";
+}
+
+std::string valueOf(std::string_view word, const KestrelFinding& finding,
+                    const FindingContext& context) {
+  if (word == "service") return serviceText(finding, context);
+  if (word == "slot") return std::to_string(finding.slot + 1);
+  if (word == "track") return std::to_string(finding.track);
+  if (word == "stream") return std::to_string(finding.stream + 1);
+  if (word == "first") return std::to_string(finding.first);
+  if (word == "second") return std::to_string(finding.second);
+  if (word == "firstSlot") return std::to_string(finding.first + 1);
+  if (word == "offset") return std::to_string(finding.textOffset + 1);
+  if (word == "totals") return std::string(context.totals);
+  return '"' + shortened(elementAt(context.serviceList, finding.service)) + '"';
+}
+
+}  // namespace
+
+std::string findingText(const KestrelFinding& finding, const FindingContext& context) {
+  const auto* const found = std::ranges::find(kTemplates, finding.code, &FindingTemplate::code);
+  std::string_view rest = found->text;
+  std::string text;
+  while (!rest.empty()) {
+    const std::size_t open = std::min(rest.find('{'), rest.size());
+    text += rest.substr(0, open);
+    rest.remove_prefix(open);
+    if (rest.empty()) break;
+    const std::size_t close = rest.find('}');
+    text += valueOf(rest.substr(1, close - 1), finding, context);
+    rest.remove_prefix(close + 1);
+  }
+  return text;
+}
+
+}  // namespace kestrel

@@ -1,0 +1,72 @@
+// What every function of the plain C interface shares: the barrier that turns raised errors into
+// statuses, the rules for buffers, and strict UTF-8.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+
+#include "api/kestrel.h"
+
+namespace kestrel {
+
+/// Runs the body of a function of the interface. The library raises std::out_of_range for an id
+/// that it does not know; whatever else the standard library raises is for want of memory.
+template <class Body>
+KestrelStatus guarded(const Body& body) noexcept {
+  try {
+    return body();
+  } catch (const std::out_of_range&) {
+    return KESTREL_UNKNOWN_ID;
+  } catch (...) {
+    return KESTREL_OUT_OF_MEMORY;
+  }
+}
+
+/// Whether one of the pointers is NULL.
+template <class... Pointers>
+constexpr bool anyNull(const Pointers*... pointers) {
+  return ((pointers == nullptr) || ...);
+}
+
+/// Whether a buffer of `capacity` elements takes `size` of them; tells the host the size.
+template <class T>
+bool takes(const T* buffer, std::size_t capacity, std::size_t size, std::size_t& needed) {
+  needed = size;
+  return buffer != nullptr && capacity >= size;
+}
+
+/// Copies a list into the host's buffer.
+inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* buffer,
+                             std::size_t capacity, std::size_t* needed) {
+  if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
+  if (!takes(buffer, capacity, list.size(), *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  std::ranges::copy(list, buffer);
+  return KESTREL_OK;
+}
+
+/// Copies a text and its NUL into the host's buffer.
+inline KestrelStatus copyOut(std::string_view text, char* buffer, std::size_t capacity,
+                             std::size_t* needed) {
+  if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
+  if (!takes(buffer, capacity, text.size() + 1, *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  std::ranges::copy(text, buffer);
+  buffer[text.size()] = '\0';
+  return KESTREL_OK;
+}
+
+/// Fills a record of the host's that may be larger than ours, but not smaller.
+template <class Record>
+KestrelStatus copyOut(Record record, Record& out) {
+  if (out.structSize < sizeof(Record)) return KESTREL_BAD_RECORD_SIZE;
+  record.structSize = out.structSize;
+  out = record;
+  return KESTREL_OK;
+}
+
+}  // namespace kestrel
