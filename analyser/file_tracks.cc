@@ -60,17 +60,23 @@ std::uint32_t countFileTracks(std::span<const AudioStreamInfo> streams) noexcept
 
 void FileTracks::expand() {
   tracks_.reset(streams_.size());
-  numberStreams();
+  // Files list their streams by ascending track number as a rule; then no two share one.
+  if (!numberStreams()) linkSameNumbers();
   joinGroups();
-  linkSameNumbers();
 }
 
-void FileTracks::numberStreams() {
+// Returns whether each number is greater than the one before it.
+bool FileTracks::numberStreams() {
   const auto tracks = tracks_.records();
+  bool ascending = true;
   for (std::size_t i = 0; i < tracks.size(); ++i) {
-    tracks[i].trackNumber = leadingNumber(streams_[i].streamId);
-    tracks[i].group = streams_[i].group;
+    StreamTracks& own = tracks[i];
+    own.trackNumber = leadingNumber(streams_[i].streamId);
+    own.group = streams_[i].group;
+    own.firstStream = own.lastStream = static_cast<std::int32_t>(i);
+    if (i > 0 && own.trackNumber <= tracks[i - 1].trackNumber) ascending = false;
   }
+  return ascending;
 }
 
 // A pair-coded stream may continue the group of the track before it. Only its first track needs a
@@ -97,7 +103,7 @@ void FileTracks::joinGroups() {
   }
 }
 
-// Files list their streams by track number as a rule; then their own order serves.
+// Streams of one pair repeat their number one after the other; then their own order serves.
 void FileTracks::linkSameNumbers() {
   const auto tracks = tracks_.records();
   ScratchArray<std::int32_t, 32> orderStorage;

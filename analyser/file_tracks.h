@@ -84,7 +84,7 @@ class FileTracks {
     return at;
   }
 
-  void numberStreams();
+  bool numberStreams();
   void joinGroups();
   void linkSameNumbers();
 

@@ -11,6 +11,7 @@
 // constant amount of stack, because descriptions come from hosts and may be of any length.
 #include "analyser/layout_description.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -50,27 +51,41 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   return total;
 }
 
+// A name of up to seven bytes as a number, so that an element is compared with all names at once
+// when it has been read. Longer ones, which name nothing, become kLongName.
+class PackedName {
+ public:
+  constexpr void append(char c) {
+    bytes_ = bytes_ >= kFull ? kLongName : (bytes_ << 8U | static_cast<unsigned char>(c));
+  }
+  constexpr bool isLong() const { return bytes_ == kLongName; }
+  constexpr bool operator==(const PackedName&) const = default;
+
+ private:
+  static constexpr std::uint64_t kFull = std::uint64_t{1} << 48U;  // a seventh byte goes on top
+  static constexpr std::uint64_t kLongName = ~std::uint64_t{0};
+  std::uint64_t bytes_ = 0;
+};
+
+constexpr PackedName pack(std::string_view text) {
+  PackedName name;
+  for (const char c : text) name.append(c);
+  return name;
+}
+
 // The service names of a description. "EMCA" stands for a pair that carries Dolby E or its like.
 struct ServiceName {
-  std::string_view name;
+  PackedName name;
   StreamType service;
 };
 
-constexpr ServiceName named(StreamType type) { return {StreamTypeNames.at(type), type}; }
+constexpr ServiceName named(StreamType type) { return {pack(StreamTypeNames.at(type)), type}; }
 
-constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStereo), named(k51Mix),
-                                                      named(k71Mix), ServiceName{"EMCA", kEmca}};
+constexpr std::array<ServiceName, 5> kServiceNames = {
+    named(kMono), named(kStereo), named(k51Mix), named(k71Mix), ServiceName{pack("EMCA"), kEmca}};
 
-// Whether the element is `name` once its hyphens are passed over.
-bool equalsWithoutHyphens(std::string_view element, std::string_view name) {
-  std::size_t matched = 0;
-  for (const char c : element) {
-    if (c == '-') continue;
-    if (matched == name.size() || c != name[matched]) return false;
-    ++matched;
-  }
-  return matched == name.size();
-}
+static_assert(std::ranges::none_of(kServiceNames,
+                                   [](const ServiceName& known) { return known.name.isLong(); }));
 
 }  // namespace
 
@@ -98,7 +113,10 @@ std::optional<LayoutEntry> findEntry(std::string_view description,
 
 std::optional<std::string_view> takeElement(std::string_view& serviceList) noexcept {
   if (serviceList.empty()) return std::nullopt;
-  const std::string_view element = serviceList.substr(0, serviceList.find(','));
+  // Elements are short: a loop is quicker than a call of the C library's search.
+  std::size_t length = 0;
+  while (length < serviceList.size() && serviceList[length] != ',') ++length;
+  const std::string_view element = serviceList.substr(0, length);
   serviceList.remove_prefix(element.size());
   if (!serviceList.empty()) serviceList.remove_prefix(1);
   return element;
@@ -106,9 +124,14 @@ std::optional<std::string_view> takeElement(std::string_view& serviceList) noexc
 
 StreamType serviceNamed(std::string_view element) noexcept {
   const bool silent = isSilent(element);
+  PackedName name;
+  for (const char c : element) {
+    if (silent && c == '-') continue;
+    name.append(c);
+    if (name.isLong()) return kUnknown;
+  }
   for (const ServiceName& known : kServiceNames)
-    if (silent ? equalsWithoutHyphens(element, known.name) : element == known.name)
-      return known.service;
+    if (known.name == name) return known.service;
   return kUnknown;
 }
 

@@ -20,7 +20,7 @@ std::int64_t negatedDigits(std::wstring_view text) {
   for (const wchar_t c : text) {
     if (!isDigit(c)) break;
     const std::int64_t digit = c - L'0';
-    if (value < (kLowest + digit) / 10) return kLowest;
+    if (value < kLowest / 10 || (value == kLowest / 10 && digit > -(kLowest % 10))) return kLowest;
     value = value * 10 - digit;
   }
   return value;

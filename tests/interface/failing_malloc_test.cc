@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <cstdlib>
 #include <new>
 #include <string>
@@ -13,9 +14,10 @@
 namespace {
 
 constexpr int kNever = -1;
-int mallocsUntilFailure = kNever;
-int mallocs = 0;
-int liveBlocks = 0;
+// Atomic, because a compiler may hold that malloc() touches no variable of the program.
+std::atomic<int> mallocsUntilFailure{kNever};
+std::atomic<int> mallocs{0};
+std::atomic<int> liveBlocks{0};
 
 }  // namespace
 
