@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
@@ -79,7 +80,8 @@ std::vector<AudioStreamInfo> readStreams(const KestrelRequest& request) {
   const auto* bytes = reinterpret_cast<const std::byte*>(request.streams);
   for (std::int32_t i = 0; i < request.streamCount; ++i, bytes += request.streamStride) {
     const auto& stream = *reinterpret_cast<const KestrelStream*>(bytes);
-    if (stream.structSize < sizeof(KestrelStream)) throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
+    if (stream.structSize < sizeof(KestrelStream) || stream.structSize > request.streamStride)
+      throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
     infos.push_back(toInfo(stream, i));
   }
   return infos;
@@ -87,16 +89,17 @@ std::vector<AudioStreamInfo> readStreams(const KestrelRequest& request) {
 
 std::vector<std::int32_t> readTotals(std::string_view description) {
   std::vector<std::int32_t> totals;
-  while (const auto entry = takeEntry(description))
+  std::array<bool, 100> listed{};  // a total has at most two digits
+  while (const auto entry = takeEntry(description)) {
+    if (std::exchange(listed[entry->trackTotal], true)) continue;
     totals.push_back(static_cast<std::int32_t>(entry->trackTotal));
+  }
   return totals;
 }
 
-// "2, 4 and 8"; shortened where a description has very many entries.
+// "2, 4 and 8".
 std::string spokenList(const std::vector<std::int32_t>& numbers) {
-  constexpr std::size_t kMost = 20;
-  if (numbers.empty()) return "none";
-  if (numbers.size() > kMost) return std::to_string(numbers.size()) + " other totals";
+  if (numbers.empty()) return "no other total";
   std::string text = std::to_string(numbers.front());
   for (std::size_t i = 1; i < numbers.size(); ++i)
     text += (i + 1 < numbers.size() ? ", " : " and ") + std::to_string(numbers[i]);

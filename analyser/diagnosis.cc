@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -27,14 +28,19 @@ std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
 
 }  // namespace
 
+std::vector<KestrelFinding>& Diagnosis::listOf(std::int32_t code) {
+  if (code < kFirstRemark) return errors_;
+  if (code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT) return elements_;
+  return code == KESTREL_TRACKS_LEFT_OVER ? rest_ : remarks_;
+}
+
 KestrelFinding& Diagnosis::add(std::int32_t code) {
   KestrelFinding finding{};
   finding.structSize = sizeof finding;
   finding.code = code;
   finding.service = finding.slot = finding.stream = -1;
   finding.track = finding.textOffset = finding.textLength = -1;
-  auto& list = code < kFirstRemark ? errors_ : remarks_;
-  return list.emplace_back(finding);
+  return listOf(code).emplace_back(finding);
 }
 
 KestrelFinding& Diagnosis::addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
@@ -80,6 +86,8 @@ void Diagnosis::explainMisalignment(const Misalignment& misalignment) {
 bool Diagnosis::explainFinding(const ServiceFinding& finding) {
   const std::int32_t service = indexOf(*finding.service);
   const std::size_t errorsBefore = errors_.size();
+  explainSkipped(service);
+  if (finding.trackCount == 1 && finding.found == 0) addWithoutTrack(service);
   explainNeighbours(finding, service);
   if (finding.given > finding.found) {
     KestrelFinding& run = addAt(KESTREL_RUN_TOO_LONG, service, -1, finding.first);
@@ -139,11 +147,28 @@ void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t servic
     }
   }
   const bool complete = std::ranges::find(firstSlot, -1) == firstSlot.end();
-  if (complete && reordered)
+  if (complete && reordered && checkSurroundLabels(surroundChannelOrder_))
     addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
 }
 
+// An EMCA service that meets no pair-coded track where the walk has come to yields no finding.
+void Diagnosis::explainSkipped(std::int32_t end) {
+  for (; nextService_ < end; ++nextService_) {
+    const ExpectedService& service =
+        analyser_.expectedServices()[static_cast<std::size_t>(nextService_)];
+    if (service.isEmca && service.reported) addWithoutTrack(nextService_);
+  }
+  nextService_ = std::max(nextService_, end + 1);
+}
+
+void Diagnosis::addWithoutTrack(std::int32_t service) {
+  KestrelFinding& finding = add(KESTREL_SERVICE_WITHOUT_TRACK);
+  finding.service = service;
+  finding.first = analyser_.expectedServices()[static_cast<std::size_t>(service)].trackCount;
+}
+
 void Diagnosis::explainRest(TrackCursor firstLeftOver) {
+  explainSkipped(static_cast<std::int32_t>(analyser_.expectedServices().size()));
   const FileTracks& tracks = analyser_.fileTracks();
   if (tracks.atEnd(firstLeftOver)) return;
   const std::int64_t all = tracksFrom(tracks, tracks.begin());
@@ -166,8 +191,12 @@ void Diagnosis::explainElements() {
 }
 
 std::vector<KestrelFinding> Diagnosis::takeFindings() {
-  errors_.insert(errors_.end(), remarks_.begin(), remarks_.end());
-  return std::move(errors_);
+  std::vector<KestrelFinding> findings = std::move(errors_);
+  findings.reserve(findings.size() + remarks_.size() + elements_.size() + rest_.size());
+  std::ranges::merge(elements_, remarks_, std::back_inserter(findings), {},
+                     &KestrelFinding::service, &KestrelFinding::service);
+  std::ranges::copy(rest_, std::back_inserter(findings));
+  return findings;
 }
 
 }  // namespace kestrel

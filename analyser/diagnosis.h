@@ -30,16 +30,18 @@ class Diagnosis {
   /// What one service of the walk shows. Returns whether its neighbouring tracks agree.
   bool explainFinding(const ServiceFinding& finding);
 
-  /// The tracks behind the last service.
+  /// What is left when the walk has ended: pair-coded services that took nothing, and the tracks
+  /// behind the last service.
   void explainRest(TrackCursor firstLeftOver);
 
   /// Elements of the description that name nothing.
   void explainElements();
 
-  /// All findings, errors first, each in the order in which they were found.
+  /// All findings: errors first, then the others, those on no service last.
   std::vector<KestrelFinding> takeFindings();
 
  private:
+  std::vector<KestrelFinding>& listOf(std::int32_t code);
   KestrelFinding& add(std::int32_t code);
   KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
                         TrackCursor track);
@@ -47,13 +49,19 @@ class Diagnosis {
   void explainMisalignment(const Misalignment& misalignment);
   void explainNeighbours(const ServiceFinding& finding, std::int32_t service);
   void explainLabels(const ServiceFinding& finding, std::int32_t service);
+  void explainSkipped(std::int32_t end);
+  void addWithoutTrack(std::int32_t service);
 
   const AudioServiceMapManager& analyser_;
   std::string_view layoutDescription_;
   std::string_view surroundChannelOrder_;
   bool surroundCheck_;
+  std::int32_t nextService_ = 0;  // of the walk
+  // Each in the order of the services.
   std::vector<KestrelFinding> errors_;
+  std::vector<KestrelFinding> elements_;
   std::vector<KestrelFinding> remarks_;
+  std::vector<KestrelFinding> rest_;
 };
 
 }  // namespace kestrel

@@ -24,7 +24,7 @@ struct FindingTemplate {
   std::string_view text;
 };
 
-constexpr std::array<FindingTemplate, 16> kTemplates = {{
+constexpr std::array<FindingTemplate, 17> kTemplates = {{
     {KESTREL_NO_STREAMS, "The file has no audio streams."},
     {KESTREL_NO_ENTRY,
      "The layout description has no entry for {first} tracks; it has entries for {totals}."},
@@ -69,6 +69,9 @@ constexpr std::array<FindingTemplate, 16> kTemplates = {{
     {KESTREL_RUN_TOO_LONG,
      "A pair-coded run of {service} that begins at track {track} (stream {stream}) has {second} "
      "tracks, of which the first {first} are reported."},
+    {KESTREL_SERVICE_WITHOUT_TRACK,
+     "No track is left where {service} should stand: the services before it took more than they "
+     "occupy."},
 }};
 
 // The element of the service list with an index.

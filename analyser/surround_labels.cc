@@ -15,16 +15,12 @@ std::wstring_view takeLabelAfter(std::wstring_view& text, std::int64_t skipped) 
   return takeLabel(text);
 }
 
-}  // namespace
-
-std::wstring_view labelAt(std::wstring_view text, std::int32_t index) noexcept {
-  return index < 0 ? std::wstring_view{} : takeLabelAfter(text, index);
-}
-
-bool checkSurroundLabels(std::wstring_view text) noexcept {
+template <class Char>
+bool isFullSet(std::basic_string_view<Char> text) {
   std::array<bool, kSurroundLabels.size()> seen{};
   for (auto label = takeLabel(text); !label.empty(); label = takeLabel(text)) {
-    const auto known = std::ranges::find(kSurroundLabels, label);
+    const auto known = std::ranges::find_if(
+        kSurroundLabels, [&](std::wstring_view one) { return std::ranges::equal(one, label); });
     if (known == kSurroundLabels.end()) return false;
     bool& alreadySeen = seen[static_cast<std::size_t>(known - kSurroundLabels.begin())];
     if (alreadySeen) return false;
@@ -32,6 +28,15 @@ bool checkSurroundLabels(std::wstring_view text) noexcept {
   }
   return std::ranges::all_of(seen, [](bool label) { return label; });
 }
+
+}  // namespace
+
+std::wstring_view labelAt(std::wstring_view text, std::int32_t index) noexcept {
+  return index < 0 ? std::wstring_view{} : takeLabelAfter(text, index);
+}
+
+bool checkSurroundLabels(std::wstring_view text) noexcept { return isFullSet(text); }
+bool checkSurroundLabels(std::string_view text) noexcept { return isFullSet(text); }
 
 std::wstring_view SurroundLabelReader::read(TrackCursor at) noexcept {
   length_ = 0;

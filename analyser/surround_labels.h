@@ -31,6 +31,7 @@ std::wstring_view labelAt(std::wstring_view text, std::int32_t index) noexcept;
 /// Whether `text` holds the six labels L, R, C, LFE, Ls and Rs, each once, in any order, and no
 /// other token.
 bool checkSurroundLabels(std::wstring_view text) noexcept;
+bool checkSurroundLabels(std::string_view text) noexcept;
 
 /// Reads the labels of 5.1 mixes off the tracks of a file, one mix after the other.
 class SurroundLabelReader {

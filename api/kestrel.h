@@ -4,25 +4,25 @@
  * Conventions, once for all functions:
  *
  *  1. Every function returns a KestrelStatus: KESTREL_OK (0) or one named code per expected
- * failure. Nothing is thrown and nothing crashes for any value of an argument, as long as non-NULL
- *     pointers point to what they promise. Exceptions: kestrelStatusText(), kestrelVersion() and
- *     kestrelAbiVersion() return their answer, kestrelFreeAnalysis() returns nothing.
+ *     failure. Nothing is thrown and nothing crashes for any value of an argument, as long as
+ *     non-NULL pointers point to what they promise. Exceptions: kestrelStatusText(),
+ *     kestrelVersion() and kestrelAbiVersion() return their answer, kestrelFreeAnalysis() nothing.
  *  2. A call that fails leaves everything that its pointers point to as it was, except that
- *     KESTREL_BUFFER_TOO_SMALL sets the needed size (see 5), KESTREL_BAD_TEXT sets *badByte where
- *     there is one, and kestrelAnalyse() sets its result to NULL.
+ *     KESTREL_BUFFER_TOO_SMALL sets the needed size (see 5), KESTREL_BAD_TEXT says which byte of
+ *     which stream is meant, and kestrelAnalyse() sets its result to NULL.
  *  3. NULL: an out-pointer must not be NULL unless its function says so; KESTREL_NULL_ARGUMENT
  *     otherwise. Texts passed in must not be NULL.
  *  4. Texts are UTF-8 with a terminating NUL. Texts returned through a const char** are constants
- *     of the library, valid until it is unloaded, or belong to an analysis and are valid until it
- * is freed; each function says which.
+ *     of the library, valid until it is unloaded; the labels of an analysis belong to it and are
+ *     valid until it is freed.
  *  5. Every buffer comes with its capacity: in elements for integers, in bytes for texts, the NUL
  *     counted. A buffer that is too small gets nothing; the needed capacity is written to *needed,
  *     also on success. A NULL buffer with a capacity of 0 asks for the needed capacity: the answer
- *     is then KESTREL_BUFFER_TOO_SMALL as well.
+ *     is then KESTREL_BUFFER_TOO_SMALL as well, unless nothing is needed.
  *  6. Records that may grow begin with structSize, which the host sets to its sizeof before every
  *     call, whether the record is read or filled. A size below that of the first release is refused
  *     with KESTREL_BAD_RECORD_SIZE. Of a larger record only the fields that this library knows are
- *     read or written; of a smaller one never more than structSize bytes.
+ *     read or written.
  *  7. Any number of threads may call any function at once. One analysis may be read by any number
  *     of threads; it must not be freed while another thread reads it, nor used after it was freed.
  */
@@ -102,7 +102,8 @@ KESTREL_FUNCTION KestrelStatus kestrelItemRow(int32_t item, int32_t* row);
 /* The display name of an item, a constant. */
 KESTREL_FUNCTION KestrelStatus kestrelItemName(int32_t item, const char** name);
 
-/* The item with exactly this display name; KESTREL_UNKNOWN_NAME when there is none. */
+/* The item with exactly this display name; KESTREL_UNKNOWN_NAME when there is none. Here and in all
+ * functions that look a text up, bytes that are not UTF-8 are allowed and match nothing. */
 KESTREL_FUNCTION KestrelStatus kestrelItemFromName(const char* name, int32_t* item);
 
 /* The stream types of an item, first tracks first. capacity and *needed count integers. */
@@ -132,7 +133,7 @@ KESTREL_FUNCTION KestrelStatus kestrelStreamTypeTracks(int32_t type, int32_t* tr
 KESTREL_FUNCTION KestrelStatus kestrelStreamTypeFromName(const char* name, int32_t* type);
 
 /* The item that an EBU R 123 layout code of AS-11 metadata stands for; KESTREL_UNKNOWN_NAME when it
- * stands for none. Bytes that are not UTF-8 are allowed and match nothing. */
+ * stands for none. */
 KESTREL_FUNCTION KestrelStatus kestrelItemFromLayoutCode(const char* code, int32_t* item);
 
 /* The layout codes that the library knows, in the order in which they are tried: the index-th code,
@@ -164,7 +165,7 @@ typedef struct KestrelRequest {
   const char* layoutDescription;    /* "T8=5.1 Mix,Stereo;T4=Stereo,Stereo" */
   const char* surroundChannelOrder; /* "L R C LFE Ls Rs" */
   const KestrelStream* streams;     /* may be NULL when streamCount is 0 */
-  uint32_t streamStride;            /* sizeof(KestrelStream), bytes from one stream to the next */
+  uint32_t streamStride;            /* sizeof(KestrelStream): see kestrelAnalyse() */
   uint8_t reportAll;                /* non-zero: services behind "-" are reported too */
   uint8_t surroundCheck;            /* non-zero: labels of 5.1 mixes are read off the streams */
   uint8_t reserved[2];              /* 0 */
@@ -184,7 +185,11 @@ typedef struct KestrelAnalysis KestrelAnalysis;
  *           UTF-8; may be NULL
  * badStream: with KESTREL_BAD_TEXT the index of the stream whose text it is; -1 for a text of the
  *           request itself; may be NULL
- * Time and memory grow linearly with the streams and the texts, never with a channelCount. */
+ * Texts are read in the order of their fields, those of the request first. streamStride is the
+ * number of bytes from one stream to the next: at least that of the first release, a multiple of 8,
+ * and not less than any stream's structSize, else KESTREL_BAD_RECORD_SIZE; without streams it is
+ * not read. Time and memory grow linearly with the streams and the texts, never with a
+ * channelCount. */
 KESTREL_FUNCTION KestrelStatus kestrelAnalyse(const KestrelRequest* request,
                                               KestrelAnalysis** analysis, size_t* badByte,
                                               int32_t* badStream);
@@ -248,9 +253,9 @@ KESTREL_FUNCTION KestrelStatus kestrelGetService(const KestrelAnalysis* analysis
 /* No track left for a service. service, slot: the first slot without a track; first: the tracks
  * that the service needs, second: those that are left for it. */
 #define KESTREL_TOO_FEW_TRACKS 5
-/* Neighbouring tracks of a service disagree in a format key, one finding per key. service; slot,
- * track and stream of the second neighbour; first: key of the first neighbour, second: of the
- * second. A track stands for the last stream with its track number. */
+/* Neighbouring tracks of a service disagree in a format key, one finding for each pair and key.
+ * service; slot, track and stream of the second neighbour; first: key of the first neighbour,
+ * second: of the second. The keys are those of the last stream with the track's number. */
 #define KESTREL_KEY1_DIFFERS 6
 #define KESTREL_KEY2_DIFFERS 7
 #define KESTREL_KEY3_DIFFERS 8
@@ -270,13 +275,18 @@ KESTREL_FUNCTION KestrelStatus kestrelGetService(const KestrelAnalysis* analysis
 /* service, slot, track, stream: the label stands already; first: the slot where it stands first. */
 #define KESTREL_LABEL_DOUBLED 106
 /* service, slot, track, stream: the six labels are there, but not in the surround channel order:
- * this slot is the first that differs. */
+ * this slot is the first that differs. Only where that order holds all six labels itself. */
 #define KESTREL_LABELS_REORDERED 107
 /* A run of pair-coded tracks of one programme has more tracks than a record has slots. service,
  * track, stream: of its first track; first: slots, second: tracks. */
 #define KESTREL_RUN_TOO_LONG 108
+/* No track is left for a service where the services before it took more than they occupy, and the
+ * outcome does not mind: a Mono, whose record has an unused slot, or an EMCA, which has no record.
+ * service; first: tracks that it needs. */
+#define KESTREL_SERVICE_WITHOUT_TRACK 109
 
-/* One finding. An index or number that the code does not use is -1; `first` and `second` are 0. */
+/* One finding. An index or number that the code does not use is -1; `first` and `second` are 0. A
+ * track number may be -1 in truth: whether it is used tells `stream`. */
 typedef struct KestrelFinding {
   uint32_t structSize; /* sizeof(KestrelFinding) */
   int32_t code;
@@ -287,14 +297,15 @@ typedef struct KestrelFinding {
   int64_t track;    /* track number of that stream */
   int64_t first;    /* the two values that disagree */
   int64_t second;
-  int64_t textOffset; /* into the layout description, in bytes */
+  int64_t textOffset; /* into the layout description, in bytes; a "-" in front is included */
   int64_t textLength;
 } KestrelFinding;
 
 /* Number of findings. */
 KESTREL_FUNCTION KestrelStatus kestrelFindingCount(const KestrelAnalysis* analysis, int32_t* count);
 
-/* The index-th finding: errors first, then the others, each in the order of the services. */
+/* The index-th finding: errors first, then the others, each in the order of the services, those on
+ * no service last. Only services that are to be reported have findings on their tracks. */
 KESTREL_FUNCTION KestrelStatus kestrelGetFinding(const KestrelAnalysis* analysis, int32_t index,
                                                  KestrelFinding* finding);
 
@@ -303,7 +314,7 @@ KESTREL_FUNCTION KestrelStatus kestrelGetFinding(const KestrelAnalysis* analysis
 KESTREL_FUNCTION KestrelStatus kestrelFindingText(const KestrelAnalysis* analysis, int32_t index,
                                                   char* text, size_t capacity, size_t* needed);
 
-/* The track totals for which the layout description has entries, in the order of the text.
+/* The track totals for which the layout description has entries, each once, in the text's order.
  * capacity and *needed count integers. */
 KESTREL_FUNCTION KestrelStatus kestrelDescribedTotals(const KestrelAnalysis* analysis,
                                                       int32_t* totals, size_t capacity,

@@ -35,17 +35,16 @@ constexpr bool anyNull(const Pointers*... pointers) {
 }
 
 /// Whether a buffer of `capacity` elements takes `size` of them; tells the host the size.
-template <class T>
-bool takes(const T* buffer, std::size_t capacity, std::size_t size, std::size_t& needed) {
+inline bool takes(std::size_t capacity, std::size_t size, std::size_t& needed) {
   needed = size;
-  return buffer != nullptr && capacity >= size;
+  return capacity >= size;
 }
 
 /// Copies a list into the host's buffer.
 inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* buffer,
                              std::size_t capacity, std::size_t* needed) {
   if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
-  if (!takes(buffer, capacity, list.size(), *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  if (!takes(capacity, list.size(), *needed)) return KESTREL_BUFFER_TOO_SMALL;
   std::ranges::copy(list, buffer);
   return KESTREL_OK;
 }
@@ -54,7 +53,7 @@ inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* b
 inline KestrelStatus copyOut(std::string_view text, char* buffer, std::size_t capacity,
                              std::size_t* needed) {
   if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
-  if (!takes(buffer, capacity, text.size() + 1, *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  if (!takes(capacity, text.size() + 1, *needed)) return KESTREL_BUFFER_TOO_SMALL;
   std::ranges::copy(text, buffer);
   buffer[text.size()] = '\0';
   return KESTREL_OK;

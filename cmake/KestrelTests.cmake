@@ -11,6 +11,10 @@ set(KESTREL_TEST_PREFIX "build" CACHE STRING "What the names of the tests begin 
 
 function(kestrel_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;DEFINITIONS")
+  # Under the thread sanitizer only tests with threads are of interest.
+  if(KESTREL_SANITIZE STREQUAL "thread" AND NOT "threads" IN_LIST arg_LABELS)
+    return()
+  endif()
   if(NOT arg_TIMEOUT)
     set(arg_TIMEOUT 300)
   endif()
@@ -22,7 +26,8 @@ function(kestrel_add_test name)
   if(CMAKE_CROSSCOMPILING)
     add_test(NAME ${KESTREL_TEST_PREFIX}/${name} COMMAND ${name})
     set_tests_properties(${KESTREL_TEST_PREFIX}/${name} PROPERTIES
-      TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
+      TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}"
+      ENVIRONMENT "WINEPATH=$<TARGET_FILE_DIR:kestrel>")  # where the DLL is
   else()
     gtest_discover_tests(${name}
       TEST_PREFIX ${KESTREL_TEST_PREFIX}/

@@ -26,7 +26,7 @@ extern "C" {
 void* __libc_malloc(std::size_t size);
 void __libc_free(void* block);
 
-void* malloc(std::size_t size) {
+__attribute__((visibility("default"))) void* malloc(std::size_t size) {
   ++mallocs;
   if (mallocsUntilFailure == 0) return nullptr;
   if (mallocsUntilFailure > 0) --mallocsUntilFailure;
@@ -34,7 +34,7 @@ void* malloc(std::size_t size) {
   return __libc_malloc(size);
 }
 
-void free(void* block) {
+__attribute__((visibility("default"))) void free(void* block) {
   if (block != nullptr) --liveBlocks;
   __libc_free(block);
 }
