@@ -53,7 +53,8 @@ inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* b
 inline KestrelStatus copyOut(std::string_view text, char* buffer, std::size_t capacity,
                              std::size_t* needed) {
   if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
-  if (!takes(capacity, text.size() + 1, *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  const bool fits = takes(capacity, text.size() + 1, *needed);
+  if (!fits || buffer == nullptr) return KESTREL_BUFFER_TOO_SMALL;
   std::ranges::copy(text, buffer);
   buffer[text.size()] = '\0';
   return KESTREL_OK;
