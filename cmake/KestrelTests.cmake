@@ -1,6 +1,7 @@
 # One way to make a test program of GoogleTest sources.
 #
-# kestrel_add_test(NAME SOURCES... [LIBRARIES ...] [LABELS ...] [TIMEOUT seconds])
+# kestrel_add_test(NAME SOURCES... [LIBRARIES ...] [DEFINITIONS ...] [DEPENDS target...]
+#                  [LABELS ...] [TIMEOUT seconds])
 #
 # On the build machine each test of the program becomes a ctest entry; when cross-building the
 # program is one entry, since a start under Wine costs much more than most tests. Names begin with
@@ -10,7 +11,7 @@ include(GoogleTest)
 set(KESTREL_TEST_PREFIX "build" CACHE STRING "What the names of the tests begin with")
 
 function(kestrel_add_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;DEFINITIONS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;DEFINITIONS;DEPENDS")
   # Under the thread sanitizer only tests with threads are of interest.
   if(KESTREL_SANITIZE STREQUAL "thread" AND NOT "threads" IN_LIST arg_LABELS)
     return()
@@ -23,6 +24,9 @@ function(kestrel_add_test name)
   target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} GTest::gtest GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE ${arg_DEFINITIONS})
   kestrel_target_options(${name})
+  if(arg_DEPENDS)
+    add_dependencies(${name} ${arg_DEPENDS})
+  endif()
   if(CMAKE_CROSSCOMPILING)
     add_test(NAME ${KESTREL_TEST_PREFIX}/${name} COMMAND ${name})
     set_tests_properties(${KESTREL_TEST_PREFIX}/${name} PROPERTIES
