@@ -125,12 +125,7 @@ KestrelStatus kestrelItemFromText(const char* text, int32_t* item) {
 
 KestrelStatus kestrelItemStreamName(int32_t item, int32_t position, char* name, size_t capacity,
                                     size_t* needed) {
-  return guarded([=] {
-    std::array<char, kLongestStreamName + 1> text{};
-    const StreamName streamName(item, position);
-    streamName.write(text.data());
-    return copyOut(std::string_view(text.data(), streamName.length()), name, capacity, needed);
-  });
+  return guarded([=] { return copyOut(streamName(item, position), name, capacity, needed); });
 }
 
 KestrelStatus kestrelStreamTypeName(int32_t type, const char** name) {

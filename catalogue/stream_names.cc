@@ -1,30 +1,41 @@
-// Texts and ordinals are worked out by the compiler: a name is two copies, and a text is compared
+// All names and texts are worked out by the compiler: naming is one copy, and a text is compared
 // with the few constants of its length.
 #include "catalogue/stream_names.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace kestrel {
 
 namespace {
 
-using Ordinals = std::array<std::uint8_t, kMostStreams>;
+// The name of one stream of a layout.
+struct NameText {
+  std::array<char, kLongestStreamName + 1> characters{};
+  std::uint8_t length = 0;
 
-// For each stream of an item which of its type it is, from 1; 0 where the type stands once.
-constexpr Ordinals ordinalsOf(std::span<const StreamType> types) {
-  Ordinals ordinals{};
-  for (std::size_t i = 0; i < types.size(); ++i)
-    if (std::ranges::count(types, types[i]) > 1)
-      ordinals[i] = static_cast<std::uint8_t>(std::ranges::count(types.first(i + 1), types[i]));
-  return ordinals;
+  constexpr void append(char c) { characters[length++] = c; }
+};
+
+constexpr NameText nameOf(std::span<const StreamType> types, std::size_t position) {
+  NameText name;
+  for (const char c : StreamTypeNames.at(types[position])) name.append(c);
+  if (std::ranges::count(types, types[position]) == 1) return name;
+  const auto ordinal = std::ranges::count(types.first(position + 1), types[position]);
+  name.append(' ');
+  if (ordinal >= 10) name.append(static_cast<char>('0' + ordinal / 10));
+  name.append(static_cast<char>('0' + ordinal % 10));
+  return name;
 }
 
-constexpr IdTable kOrdinals{[] {
-  std::array<Ordinals, derive::kItemCount> all{};
-  for (std::size_t i = 0; i < all.size(); ++i)
-    all[i] = ordinalsOf(kCatalogue.layouts[i].streamTypes.view());
+using ItemNames = std::array<NameText, kMostStreams>;
+
+constexpr IdTable kStreamNames{[] {
+  std::array<ItemNames, derive::kItemCount> all{};
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const auto types = kCatalogue.layouts[i].streamTypes.view();
+    for (std::size_t s = 0; s < types.size(); ++s) all[i][s] = nameOf(types, s);
+  }
   return all;
 }()};
 
@@ -71,25 +82,11 @@ static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
 
 }  // namespace
 
-StreamName::StreamName(ServiceMapItem item, std::int32_t position) {
-  const std::span<const StreamType> types = ServiceMapItemStreamTypes.at(item);
-  if (position < 0 || static_cast<std::size_t>(position) >= types.size()) raiseUnknownId();
-  typeName_ = StreamTypeNames.at(types[static_cast<std::size_t>(position)]);
-  ordinal_ = kOrdinals.at(item)[static_cast<std::size_t>(position)];
-}
-
-std::size_t StreamName::length() const {
-  if (ordinal_ == 0) return typeName_.size();
-  return typeName_.size() + (ordinal_ < 10 ? 2 : 3);
-}
-
-void StreamName::write(char* out) const {
-  std::memcpy(out, typeName_.data(), typeName_.size());
-  out += typeName_.size();
-  if (ordinal_ > 0) *out++ = ' ';
-  if (ordinal_ >= 10) *out++ = static_cast<char>('0' + ordinal_ / 10);
-  if (ordinal_ > 0) *out++ = static_cast<char>('0' + ordinal_ % 10);
-  *out = '\0';
+std::string_view streamName(ServiceMapItem item, std::int32_t position) {
+  const ItemNames& names = kStreamNames.at(item);
+  const auto index = static_cast<std::size_t>(position);
+  if (position < 0 || index >= names.size() || names[index].length == 0) raiseUnknownId();
+  return {names[index].characters.data(), names[index].length};
 }
 
 StreamType streamTypeNamed(std::string_view name) noexcept {

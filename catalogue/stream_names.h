@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string_view>
 
 #include "api/catalogue_ids.h"
@@ -11,26 +10,13 @@
 
 namespace kestrel {
 
-/// More characters than any name of a stream needs.
+/// As many characters as the longest name of a stream may have.
 inline constexpr std::size_t kLongestStreamName = 15;
 
-/// The name of one stream of a layout: that of its type, and an ordinal where the layout holds the
-/// type more than once. Written out: "Stereo", "Mono 3".
-class StreamName {
- public:
-  /// @param position  of the stream in the item's list; raises std::out_of_range when the item is
-  ///                  unknown or holds no such position
-  StreamName(ServiceMapItem item, std::int32_t position);
-
-  std::size_t length() const;
-
-  /// Writes length() characters and a NUL.
-  void write(char* out) const;
-
- private:
-  std::string_view typeName_;
-  std::uint32_t ordinal_ = 0;  // from 1; 0 where the type stands once
-};
+/// The name of the stream at a position of an item, with a NUL behind it: that of its type, and an
+/// ordinal where the item holds the type more than once ("Stereo", "Mono 3"). Raises
+/// std::out_of_range when the item is unknown or holds no such position.
+std::string_view streamName(ServiceMapItem item, std::int32_t position);
 
 /// The stream type with exactly this name; kUnknown when there is none.
 StreamType streamTypeNamed(std::string_view name) noexcept;

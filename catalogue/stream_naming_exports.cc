@@ -22,20 +22,25 @@ consteval bool symbolHoldsEveryName() {
 }
 static_assert(symbolHoldsEveryName());
 
+// Every name is a constant with a NUL behind it.
+void copyWithNul(std::string_view name, char* out) {
+  std::memcpy(out, name.data(), name.size() + 1);
+}
+
 std::int32_t copyName(StreamType type, char* out) {
   const std::string_view name = StreamTypeNames.at(type);
-  std::memcpy(out, name.data(), name.size() + 1);  // names are literals: the NUL follows
+  copyWithNul(name, out);
   return static_cast<std::int32_t>(name.size());
 }
 
 }  // namespace
 
 std::int64_t getStreamTypeNameLength(std::int32_t item, std::int32_t position) {
-  return static_cast<std::int64_t>(StreamName(item, position).length());
+  return static_cast<std::int64_t>(streamName(item, position).size());
 }
 
 void getStreamTypeName(std::int32_t item, std::int32_t position, char* name) {
-  if (name != nullptr) StreamName(item, position).write(name);
+  if (name != nullptr) copyWithNul(streamName(item, position), name);
 }
 
 const char* getStreamTypeSymbol(StreamType type) {
