@@ -2,10 +2,8 @@
 // refuses, and that it says the same as its C++ counterpart. Buffers are tried at every capacity.
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -13,6 +11,8 @@
 #include "api/kestrel.h"
 #include "api/layout_code.h"
 #include "api/stream_naming.h"
+#include "tests/c_api/c_filled_buffer.h"
+#include "tests/c_api/c_unknown_ids.h"
 
 namespace kestrel::test {
 namespace {
@@ -20,8 +20,6 @@ namespace {
 constexpr std::int32_t kRows = 7;
 constexpr std::int32_t kItems = NO_SERVICE_MAP_ITEM;
 constexpr std::int32_t kTypes = 5;
-constexpr std::int32_t kAsItWas = -77;
-constexpr std::size_t kNeededAsItWas = 7777;
 
 // --- Functions that answer with one number or one constant
 
@@ -31,11 +29,6 @@ using IdOfText = KestrelStatus (*)(const char*, std::int32_t*);
 
 constexpr IdOfText kNameLookups[] = {kestrelItemFromName, kestrelItemFromText,
                                      kestrelStreamTypeFromName};
-
-// The ids that a list of `count` does not hold.
-std::vector<std::int32_t> unknownIds(std::int32_t count) {
-  return {INT_MIN, INT_MIN + 1, -2, -1, count, count + 1, 1000, 1 << 16, INT_MAX - 1, INT_MAX};
-}
 
 template <class Function, class Key>
 std::int32_t numberOf(Function function, Key key) {
@@ -65,83 +58,6 @@ void expectConstantRefused(KestrelStatus status, ConstantOfId function, std::int
 }
 
 // --- Functions that fill a buffer
-
-template <class Element>
-using Fill = std::function<KestrelStatus(Element*, std::size_t, std::size_t*)>;
-
-// A buffer between two margins, all of one value that no answer holds.
-template <class Element>
-class Guarded {
- public:
-  explicit Guarded(std::size_t capacity) : elements_(capacity + 2 * kMargin, kCanary) {}
-
-  Element* data() { return elements_.data() + kMargin; }
-
-  // True when only the first `count` elements of the buffer may have been written.
-  bool holdsAtMost(std::size_t count) const {
-    for (std::size_t i = 0; i < elements_.size(); ++i) {
-      const bool written = i >= kMargin && i < kMargin + count;
-      if (!written && elements_[i] != kCanary) return false;
-    }
-    return true;
-  }
-
- private:
-  static constexpr std::size_t kMargin = 2;
-  static constexpr auto kCanary = static_cast<Element>(0x7E);
-  std::vector<Element> elements_;
-};
-
-// Fills buffers of every capacity up to one more than needed, and returns what the last one holds.
-template <class Element>
-std::vector<Element> filled(const Fill<Element>& fill) {
-  std::size_t needed = kNeededAsItWas;
-  EXPECT_EQ(fill(nullptr, 0, &needed), KESTREL_BUFFER_TOO_SMALL);
-  EXPECT_LT(needed, kNeededAsItWas);
-  std::vector<Element> answer;
-  for (std::size_t capacity = 0; capacity <= needed + 1; ++capacity) {
-    Guarded<Element> buffer(capacity);
-    std::size_t told = kNeededAsItWas;
-    const bool fits = capacity >= needed;
-    EXPECT_EQ(fill(buffer.data(), capacity, &told), fits ? KESTREL_OK : KESTREL_BUFFER_TOO_SMALL);
-    EXPECT_EQ(told, needed) << "capacity " << capacity;
-    EXPECT_TRUE(buffer.holdsAtMost(fits ? needed : 0)) << "capacity " << capacity;
-    if (fits) answer.assign(buffer.data(), buffer.data() + needed);
-  }
-  return answer;
-}
-
-std::string filledText(const Fill<char>& fill) {
-  const std::vector<char> answer = filled(fill);
-  const std::string text(answer.begin(), answer.end());
-  EXPECT_EQ(text.find('\0') + 1, text.size()) << "the NUL is counted, and stands at the end alone";
-  return text.substr(0, text.find('\0'));
-}
-
-template <class Element>
-void expectFillRefused(KestrelStatus status, const Fill<Element>& fill) {
-  for (const std::size_t capacity : {0U, 1U, 64U}) {
-    Guarded<Element> buffer(64);
-    std::size_t needed = kNeededAsItWas;
-    EXPECT_EQ(fill(buffer.data(), capacity, &needed), status);
-    EXPECT_EQ(needed, kNeededAsItWas);
-    EXPECT_TRUE(buffer.holdsAtMost(0));
-  }
-}
-
-template <class Element>
-void expectFillRefusesNull(const Fill<Element>& fill) {
-  Guarded<Element> buffer(64);
-  EXPECT_EQ(fill(buffer.data(), 64, nullptr), KESTREL_NULL_ARGUMENT);
-  EXPECT_EQ(fill(buffer.data(), 0, nullptr), KESTREL_NULL_ARGUMENT);
-  EXPECT_EQ(fill(nullptr, 0, nullptr), KESTREL_NULL_ARGUMENT);
-  EXPECT_TRUE(buffer.holdsAtMost(0));
-  for (const std::size_t capacity : {std::size_t{1}, std::size_t{64}, SIZE_MAX}) {
-    std::size_t needed = kNeededAsItWas;
-    EXPECT_EQ(fill(nullptr, capacity, &needed), KESTREL_NULL_ARGUMENT) << capacity;
-    EXPECT_EQ(needed, kNeededAsItWas);
-  }
-}
 
 template <class Element>
 Fill<Element> fillOf(KestrelStatus (*function)(std::int32_t, Element*, std::size_t, std::size_t*),
@@ -336,82 +252,6 @@ TEST(CCatalogue, LookupsRefuseNull) {
                                 kestrelItemFromLayoutCode}) {
     expectRefused(KESTREL_NULL_ARGUMENT, lookup, noText);
     EXPECT_EQ(lookup("Stereo", nullptr), KESTREL_NULL_ARGUMENT);
-  }
-}
-
-// --- Layout codes
-
-struct LayoutCode {
-  std::string code;
-  std::int32_t item;
-};
-
-std::vector<LayoutCode> layoutCodes() {
-  std::vector<LayoutCode> codes;
-  const char* code = nullptr;
-  std::int32_t item = kAsItWas;
-  while (kestrelLayoutCode(static_cast<std::int32_t>(codes.size()), &code, &item) == KESTREL_OK) {
-    codes.push_back({code, item});
-  }
-  return codes;
-}
-
-std::int32_t itemOfCode(const std::string& code) {
-  std::int32_t item = NO_SERVICE_MAP_ITEM;
-  const KestrelStatus status = kestrelItemFromLayoutCode(code.c_str(), &item);
-  EXPECT_EQ(status, item == NO_SERVICE_MAP_ITEM ? KESTREL_UNKNOWN_NAME : KESTREL_OK) << code;
-  return item;
-}
-
-TEST(CLayoutCodes, AreTwentyTwoAndEndWithABadIndex) {
-  EXPECT_EQ(layoutCodes().size(), 22U);
-  for (const std::int32_t index : unknownIds(22)) {
-    const char* code = nullptr;
-    std::int32_t item = kAsItWas;
-    EXPECT_EQ(kestrelLayoutCode(index, &code, &item), KESTREL_BAD_INDEX) << index;
-    EXPECT_EQ(code, nullptr);
-    EXPECT_EQ(item, kAsItWas);
-  }
-}
-
-TEST(CLayoutCodes, TheListRefusesNull) {
-  const char* code = nullptr;
-  std::int32_t item = kAsItWas;
-  EXPECT_EQ(kestrelLayoutCode(0, nullptr, &item), KESTREL_NULL_ARGUMENT);
-  EXPECT_EQ(kestrelLayoutCode(0, &code, nullptr), KESTREL_NULL_ARGUMENT);
-  EXPECT_EQ(code, nullptr);
-  EXPECT_EQ(item, kAsItWas);
-}
-
-TEST(CLayoutCodes, EachMeansItsItemUnlessAnEarlierOneTakesIt) {
-  for (const LayoutCode& row : layoutCodes()) {
-    const std::int32_t item = itemOfCode(row.code);
-    EXPECT_EQ(item, GetServiceMapItemByAS11R123(row.code.c_str())) << row.code;
-    EXPECT_EQ(row.item, row.code == "12a" ? 20 : item) << row.code;
-  }
-}
-
-TEST(CLayoutCodes, AreListedInTheOrderInWhichTheyAreTried) {
-  const std::vector<LayoutCode> codes = layoutCodes();
-  int pairs = 0;
-  for (std::size_t later = 0; later < codes.size(); ++later) {
-    for (std::size_t earlier = 0; earlier < later; ++earlier) {
-      // A code that must be the whole text is not found in a longer one.
-      const bool areFound = itemOfCode(" " + codes[earlier].code) == codes[earlier].item &&
-                            itemOfCode(" " + codes[later].code) == codes[later].item;
-      if (!areFound) continue;
-      EXPECT_EQ(itemOfCode(codes[later].code + " " + codes[earlier].code), codes[earlier].item);
-      ++pairs;
-    }
-  }
-  EXPECT_EQ(pairs, 16 * 15 / 2);
-}
-
-TEST(CLayoutCodes, AnyTextMeansWhatItMeansInCpp) {
-  for (const char* text : {"", "EBU R 123: 8B", "4a", "4A", " 4a", "8h", "8H", "16F 12h", "Stereo",
-                           "2", "12", "\xFF\x80 8b", "\xC3\xA9 16a", "\xB2 a", "12a"}) {
-    EXPECT_EQ(itemOfCode(text), GetServiceMapItemByAS11R123(text))
-        << testing::PrintToString(std::string(text));
   }
 }
 

@@ -8,13 +8,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
 #include "api/kestrel.h"
 #include "api/service_map.h"
+#include "tests/c_api/c_request.h"
 
 namespace {
 
@@ -103,22 +103,6 @@ std::int64_t failEachAllocation(const Call& call, const std::function<void()>& c
 
 // --- A file with findings of all kinds
 
-KestrelStream stream(const char* id, std::int32_t channelCount, const char* labels = "") {
-  KestrelStream made{};
-  made.structSize = sizeof made;
-  made.streamId = id;
-  made.trackLabels = labels;
-  made.channelCount = channelCount;
-  return made;
-}
-
-KestrelStream pairCoded(const char* id, std::int32_t channelCount, std::int32_t group) {
-  KestrelStream made = stream(id, channelCount);
-  made.group = group;
-  made.isPairCoded = 1;
-  return made;
-}
-
 const std::vector<KestrelStream> kFiles[] = {
     {},
     {stream("1", 6, "L X L LFE  Rs"), stream("2", 2), pairCoded("3-1", 40, 1),
@@ -131,25 +115,18 @@ const char kDescription[] =
     "T13=5.1 Mix,Stereo,EMCA,A name that nobody knows and that takes storage,,Mono;"
     "T13=Mono;T8=-5.1 Mix,5.1 Mix,x";
 
-KestrelRequest request(const char* description, const std::vector<KestrelStream>& streams) {
-  KestrelRequest made{};
-  made.structSize = sizeof made;
-  made.layoutDescription = description;
+// Asks for all services of a file, with an order that takes storage of its own.
+KestrelRequest requestFor(const std::vector<KestrelStream>& streams) {
+  KestrelRequest made = request(kDescription, streams);
   made.surroundChannelOrder = "L R C LFE Ls Rs, and more that takes storage of its own \xC3\xA9";
-  made.streams = streams.data();
-  made.streamCount = static_cast<std::int32_t>(streams.size());
-  made.streamStride = sizeof(KestrelStream);
   made.reportAll = 1;
-  made.surroundCheck = 1;
   return made;
 }
-
-using Analysis = std::unique_ptr<KestrelAnalysis, decltype(&kestrelFreeAnalysis)>;
 
 Analysis analysed(const KestrelRequest& asked) {
   KestrelAnalysis* analysis = nullptr;
   EXPECT_EQ(kestrelAnalyse(&asked, &analysis, nullptr, nullptr), KESTREL_OK);
-  return {analysis, &kestrelFreeAnalysis};
+  return Analysis(analysis);
 }
 
 std::int32_t countOf(const Analysis& analysis,
@@ -181,7 +158,7 @@ std::vector<std::string> textsOf(const Analysis& analysis) {
 
 TEST(COutOfMemory, AnAnalysisIsMadeInFullOrNotAtAll) {
   for (const std::vector<KestrelStream>& streams : kFiles) {
-    const KestrelRequest asked = request(kDescription, streams);
+    const KestrelRequest asked = requestFor(streams);
     const std::vector<std::string> expected = textsOf(analysed(asked));
     char elsewhere = 0;
     KestrelAnalysis* analysis = nullptr;
@@ -198,13 +175,13 @@ TEST(COutOfMemory, AnAnalysisIsMadeInFullOrNotAtAll) {
       EXPECT_EQ(textsOf(analysed(asked)), expected) << "the call after a failure";
     });
     EXPECT_GT(made, 0) << "the functions of this program are not those that the library calls";
-    EXPECT_EQ(textsOf(Analysis(analysis, &kestrelFreeAnalysis)), expected);
+    EXPECT_EQ(textsOf(Analysis(analysis)), expected);
   }
 }
 
 TEST(COutOfMemory, AFreedAnalysisKeepsNoBlock) {
   for (const std::vector<KestrelStream>& streams : kFiles) {
-    const KestrelRequest asked = request(kDescription, streams);
+    const KestrelRequest asked = requestFor(streams);
     const Trial trial = tryWith(0, [&] {
       KestrelAnalysis* analysis = nullptr;
       const KestrelStatus status = kestrelAnalyse(&asked, &analysis, nullptr, nullptr);
@@ -219,7 +196,7 @@ TEST(COutOfMemory, AFreedAnalysisKeepsNoBlock) {
 TEST(COutOfMemory, ARefusedRequestKeepsNoBlock) {
   std::vector<KestrelStream> streams = kFiles[1];
   streams.back().trackLabels = "a text with a bad byte at its end that takes storage \xFF";
-  const KestrelRequest asked = request(kDescription, streams);
+  const KestrelRequest asked = requestFor(streams);
   KestrelAnalysis* analysis = nullptr;
   const auto analyse = [&] { return kestrelAnalyse(&asked, &analysis, nullptr, nullptr); };
   EXPECT_EQ(tryWith(0, analyse).status, KESTREL_BAD_TEXT);
@@ -230,7 +207,7 @@ TEST(COutOfMemory, ARefusedRequestKeepsNoBlock) {
 
 TEST(COutOfMemory, ASentenceIsWrittenInFullOrNotAtAll) {
   for (const std::vector<KestrelStream>& streams : kFiles) {
-    const Analysis analysis = analysed(request(kDescription, streams));
+    const Analysis analysis = analysed(requestFor(streams));
     const std::vector<std::string> expected = textsOf(analysis);
     const std::int32_t count = countOf(analysis, kestrelFindingCount);
     ASSERT_GT(count, 0);
@@ -250,7 +227,7 @@ TEST(COutOfMemory, ASentenceIsWrittenInFullOrNotAtAll) {
 }
 
 TEST(COutOfMemory, ReadingTheRestOfAnAnalysisTakesNoMemory) {
-  const Analysis owner = analysed(request(kDescription, kFiles[1]));
+  const Analysis owner = analysed(requestFor(kFiles[1]));
   const KestrelAnalysis* analysis = owner.get();
   std::int32_t number = 0;
   std::uint32_t total = 0;
