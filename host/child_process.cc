@@ -35,7 +35,8 @@ class ChildRun {
     }
     uv_run(&loop_, UV_RUN_DEFAULT);
     if (error != 0) {
-      throw NotExamined("the reader cannot be started: " + std::string(uv_strerror(error)));
+      throw NotExamined("reader-failed",
+                        "the reader cannot be started: " + std::string(uv_strerror(error)));
     }
     return outcome_;
   }
@@ -56,6 +57,7 @@ class ChildRun {
 
   int spawn() {
     std::vector<char*> words;
+    words.reserve(command_.words.size() + 1);
     for (const std::string& word : command_.words) {
       words.push_back(const_cast<char*>(word.c_str()));
     }
@@ -67,6 +69,7 @@ class ChildRun {
     stdio[2].flags = UV_IGNORE;
     uv_process_options_t options{};
     options.file = words.front();
+    options.flags = UV_PROCESS_DETACHED;  // the Ctrl-C of a terminal is not for it
     options.args = words.data();
     options.stdio = stdio.data();
     options.stdio_count = static_cast<int>(stdio.size());

@@ -13,7 +13,10 @@ namespace fs = std::filesystem;
 [[noreturn]] void rejectMissing(const fs::path& file) {
   std::error_code ignored;
   const bool isLink = fs::is_symlink(fs::symlink_status(file, ignored));
-  throw NotExamined(isLink ? "a link to a file that does not exist" : "no such file");
+  if (isLink) {
+    throw NotExamined("dangling-link", "a link to a file that does not exist");
+  }
+  throw NotExamined("no-such-file", "no such file");
 }
 
 void checkType(const fs::path& file) {
@@ -24,12 +27,12 @@ void checkType(const fs::path& file) {
     case fs::file_type::not_found:
       rejectMissing(file);
     case fs::file_type::directory:
-      throw NotExamined("a directory, not a file");
+      throw NotExamined("directory", "a directory, not a file");
     case fs::file_type::none:
     case fs::file_type::unknown:
-      throw NotExamined("cannot be reached: " + error.message());
+      throw NotExamined("unreachable", "cannot be reached: " + error.message());
     default:
-      throw NotExamined("a pipe or a device, not a regular file");
+      throw NotExamined("not-a-regular-file", "a pipe or a device, not a regular file");
   }
 }
 
@@ -39,10 +42,10 @@ void checkInputFile(const fs::path& file) {
   checkType(file);
   std::ifstream stream(file, std::ios::binary);
   if (!stream) {
-    throw NotExamined("cannot be opened for reading");
+    throw NotExamined("no-permission", "cannot be opened for reading");
   }
   if (stream.peek() == std::ifstream::traits_type::eof()) {
-    throw NotExamined("empty, or cannot be read");
+    throw NotExamined("empty", "empty, or cannot be read");
   }
 }
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/child_process.h"
+#include "host/input_file.h"
 #include "host/not_examined.h"
 #include "host/raw_media_json.h"
 #include "host/reader_process.h"
@@ -24,17 +25,19 @@ constexpr char kQuickSpeed[] = "0";
 RawMedia rawMediaOf(const ChildOutcome& outcome) {
   switch (outcome.end) {
     case ChildEnd::kSignalled:
-      throw NotExamined(fmt::format("the reader was ended by signal {}", outcome.code));
+      throw NotExamined("reader-failed",
+                        fmt::format("the reader was ended by signal {}", outcome.code));
     case ChildEnd::kOverOutput:
-      throw NotExamined("the reader's answer is too long");
+      throw NotExamined("reader-failed", "the reader's answer is too long");
     default:
       break;
   }
   if (outcome.code == kReaderCannotOpen) {
-    throw NotExamined("cannot be opened by libmediainfo");
+    throw NotExamined("not-opened", "cannot be opened by libmediainfo");
   }
   if (outcome.code != 0) {
-    throw NotExamined(fmt::format("the reader failed with exit code {}", outcome.code));
+    throw NotExamined("reader-failed",
+                      fmt::format("the reader failed with exit code {}", outcome.code));
   }
   return rawMediaFromJson(outcome.output);
 }
@@ -53,11 +56,11 @@ std::optional<RawMedia> tryReading(const std::string& program, std::chrono::mill
   return rawMediaOf(outcome);
 }
 
-ReadMedia checked(RawMedia raw, std::vector<std::string> warnings) {
+ReadMedia checked(RawMedia raw, const char* reader, std::string quickReason) {
   if (raw.container.empty()) {
-    throw NotExamined("not a media file that libmediainfo knows");
+    throw NotExamined("not-media", "not a media file that libmediainfo knows");
   }
-  return {std::move(raw), std::move(warnings)};
+  return {std::move(raw), reader, std::move(quickReason)};
 }
 
 }  // namespace
@@ -65,18 +68,20 @@ ReadMedia checked(RawMedia raw, std::vector<std::string> warnings) {
 LibmediainfoReader::LibmediainfoReader(std::string program, std::chrono::milliseconds timeLimit)
     : program_(std::move(program)), timeLimit_(timeLimit) {}
 
-ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) {
+ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) const {
+  checkInputFile(file);
   if (auto raw = tryReading(program_, timeLimit_, file, kDefaultSpeed)) {
-    return checked(*std::move(raw), {});
+    return checked(*std::move(raw), "libmediainfo", {});
   }
   const std::chrono::duration<double> limit = timeLimit_;
   if (auto raw = tryReading(program_, timeLimit_, file, kQuickSpeed)) {
-    return checked(*std::move(raw),
-                   {fmt::format("libmediainfo did not return within {}; the file was read in its "
-                                "quick mode, which may miss Dolby E and other pair-coded audio",
-                                limit)});
+    return checked(*std::move(raw), "libmediainfo-quick",
+                   fmt::format("libmediainfo did not return within {}; the file was read in its "
+                               "quick mode, which may miss Dolby E and other pair-coded audio",
+                               limit));
   }
   throw NotExamined(
+      "time-limit",
       fmt::format("libmediainfo did not return within the time limit of {}, twice", limit));
 }
 

@@ -15,7 +15,7 @@ class LibmediainfoReader : public MediaReader {
   /// @param timeLimit  of one try; a file that takes longer gets a second, quicker try
   LibmediainfoReader(std::string program, std::chrono::milliseconds timeLimit);
 
-  ReadMedia read(const std::filesystem::path& file) override;
+  ReadMedia read(const std::filesystem::path& file) const override;
 
  private:
   std::string program_;

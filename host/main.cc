@@ -1,14 +1,18 @@
-#include <string>
-#include <vector>
-
 #include "host/program.h"
+#include "host/program_arguments.h"
+#include "host/terminal.h"
+#if !defined(_WIN32)
 #include "host/reader_process.h"
+#endif
 
 int main(int argc, char** argv) {
   using namespace kestrel::host;
-  const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  const std::vector<std::string> arguments = programArguments(argc, argv);
+#if !defined(_WIN32)
   if (isReaderCommand(arguments)) {
     runReaderProcess(arguments);
   }
+#endif
+  prepareStandardStreams();
   return static_cast<int>(runProgram(arguments));
 }

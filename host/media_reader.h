@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "host/raw_media.h"
 
@@ -12,7 +11,8 @@ namespace kestrel::host {
 
 struct ReadMedia {
   RawMedia raw;
-  std::vector<std::string> warnings;  ///< what the user should know about how the file was read
+  std::string reader;       ///< as FileResult has it
+  std::string quickReason;  ///< why only a quick look was possible, a sentence; empty: it was not
 };
 
 class MediaReader {
@@ -23,8 +23,8 @@ class MediaReader {
   virtual ~MediaReader() = default;
 
   /// Raises NotExamined when the file cannot be read or is not a media file. A media file without
-  /// audio is not an error: it has no streams.
-  virtual ReadMedia read(const std::filesystem::path& file) = 0;
+  /// audio is not an error: it has no streams. Any number of threads may call it at once.
+  virtual ReadMedia read(const std::filesystem::path& file) const = 0;
 };
 
 }  // namespace kestrel::host

@@ -3,12 +3,21 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
+#include <string_view>
 
 namespace kestrel::host {
 
 class NotExamined : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  /// @param id  stable: the text may change, the id does not; docs/host.md lists them
+  NotExamined(std::string_view id, const std::string& sentence)
+      : std::runtime_error(sentence), id_(id) {}
+
+  const std::string& id() const { return id_; }
+
+ private:
+  std::string id_;
 };
 
 }  // namespace kestrel::host

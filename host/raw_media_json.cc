@@ -21,7 +21,7 @@ RawMedia rawMediaFromJson(std::string_view json) {
   try {
     return nlohmann::json::parse(json).get<RawMedia>();
   } catch (const nlohmann::json::exception&) {
-    throw NotExamined("the reader's answer cannot be understood");
+    throw NotExamined("reader-failed", "the reader's answer cannot be understood");
   }
 }
 

@@ -37,17 +37,17 @@ std::int32_t stableHash(std::string_view text) {
   return static_cast<std::int32_t>(hash);
 }
 
-std::int32_t channelCount(const IdentifiedStream& stream, std::vector<std::string>& warnings) {
+std::int32_t channelCount(const IdentifiedStream& stream, std::vector<MappingWarning>& warnings) {
   if (const auto count = leadingNumber<std::int32_t>(stream.raw.channels)) {
     return *count;
   }
   if (isPairCoded(stream.raw)) {
     return 2;
   }
-  warnings.push_back(
-      fmt::format("stream {}: its number of channels is not known; it is taken to "
-                  "have none",
-                  printable(stream.shownId)));
+  warnings.push_back({"channel-count-unknown",
+                      fmt::format("The number of channels of stream {} is not known; it is taken "
+                                  "to have none.",
+                                  printable(stream.shownId))});
   return 0;
 }
 
@@ -86,12 +86,14 @@ void setLabels(const std::vector<IdentifiedStream>& streams, std::vector<AudioSt
 MappedMedia mapMedia(const RawMedia& media) {
   MappedMedia mapped{media.container, media.declaredLayout, {}, {}, {}};
   if (media.isTruncated == "Yes") {
-    mapped.warnings.emplace_back("the file is truncated: its end is missing");
+    mapped.warnings.push_back(
+        {"truncated",
+         "The file is truncated: its end is missing. It was examined as far as it goes."});
   }
   const std::vector<IdentifiedStream> streams = identifyStreams(media);
   for (const IdentifiedStream& stream : streams) {
     mapped.streams.push_back(streamInfo(stream, media.container, mapped));
-    mapped.shown.push_back({stream.shownId, stream.raw.format});
+    mapped.shown.push_back({stream.shownId, stream.raw.format, stream.splitChannel});
   }
   setLabels(streams, mapped.streams);
   return mapped;

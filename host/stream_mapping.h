@@ -2,6 +2,8 @@
 // reader library, nothing remembered.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,6 +16,13 @@ namespace kestrel::host {
 struct ShownStream {
   std::string id;  ///< the reader's id, before any renumbering
   std::string format;
+  std::optional<std::int64_t> splitChannel;  ///< as in IdentifiedStream
+};
+
+/// What is odd about the file as a whole or about one stream.
+struct MappingWarning {
+  std::string id;  ///< as Finding has it
+  std::string sentence;
 };
 
 struct MappedMedia {
@@ -21,7 +30,7 @@ struct MappedMedia {
   std::string declaredLayout;            ///< as RawMedia has it
   std::vector<AudioStreamInfo> streams;  ///< for the library; the group of each is its index
   std::vector<ShownStream> shown;        ///< one for each of the streams
-  std::vector<std::string> warnings;
+  std::vector<MappingWarning> warnings;
 };
 
 MappedMedia mapMedia(const RawMedia& media);

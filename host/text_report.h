@@ -1,12 +1,13 @@
-// An inspection as text for people.
+// A result as text for people.
 #pragma once
 
 #include <string>
 
-#include "host/inspection.h"
+#include "host/file_result.h"
+#include "host/text_style.h"
 
 namespace kestrel::host {
 
-std::string textReport(const Inspection& inspection);
+std::string textReport(const FileResult& result, const TextStyle& style);
 
 }  // namespace kestrel::host

@@ -5,12 +5,6 @@
 namespace kestrel::host {
 namespace {
 
-// A letter takes one column, however many bytes it has in UTF-8.
-std::size_t columnsOf(const std::string& text) {
-  return static_cast<std::size_t>(std::ranges::count_if(
-      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
-
 std::size_t columnWidth(const std::vector<TableRow>& rows, std::size_t column) {
   std::size_t width = 0;
   for (const TableRow& row : rows) {
@@ -21,7 +15,12 @@ std::size_t columnWidth(const std::vector<TableRow>& rows, std::size_t column) {
 
 }  // namespace
 
-std::string textTable(const std::vector<TableRow>& rows) {
+std::size_t columnsOf(const std::string& text) {
+  return static_cast<std::size_t>(std::ranges::count_if(
+      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
+}
+
+std::vector<std::string> textTableLines(const std::vector<TableRow>& rows) {
   std::vector<std::string> lines(rows.size());
   const std::size_t columns = rows.empty() ? 0 : rows.front().size();
   for (std::size_t column = 0; column < columns; ++column) {
@@ -31,8 +30,12 @@ std::string textTable(const std::vector<TableRow>& rows) {
       lines[index] += cell + std::string(width - columnsOf(cell), ' ');
     }
   }
+  return lines;
+}
+
+std::string textTable(const std::vector<TableRow>& rows) {
   std::string text;
-  for (const std::string& line : lines) {
+  for (const std::string& line : textTableLines(rows)) {
     text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
   }
   return text;

@@ -15,9 +15,28 @@ namespace {
 
 using WideUnit = std::conditional_t<sizeof(wchar_t) == sizeof(char32_t), char32_t, char16_t>;
 
-bool isNoCharacter(WideUnit unit) {
-  const char32_t value = unit;
-  return sizeof(WideUnit) == 4 && (value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF));
+using WideText = std::basic_string<WideUnit>;
+
+bool isWithin(char32_t value, char32_t first, char32_t last) {
+  return value >= first && value <= last;
+}
+
+bool isNoCharacter(char32_t value) { return value > 0x10FFFF || isWithin(value, 0xD800, 0xDFFF); }
+
+// Units that take two for some characters: whether two of them are one character.
+bool isPair(const WideText& text, std::size_t at) {
+  return sizeof(WideUnit) == 2 && at + 1 < text.size() && isWithin(text[at], 0xD800, 0xDBFF) &&
+         isWithin(text[at + 1], 0xDC00, 0xDFFF);
+}
+
+void replaceWhatIsNoCharacter(WideText& text) {
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (isPair(text, at)) {
+      ++at;
+    } else if (isNoCharacter(text[at])) {
+      text[at] = u'\xFFFD';
+    }
+  }
 }
 
 }  // namespace
@@ -26,7 +45,7 @@ std::optional<std::wstring> wideFromUtf8(std::string_view text) {
   try {
     const std::filesystem::path path(std::u8string(text.begin(), text.end()));
     const auto wide = path.string<WideUnit>();
-    if (std::ranges::any_of(wide, isNoCharacter)) {
+    if (sizeof(WideUnit) == 4 && std::ranges::any_of(wide, isNoCharacter)) {
       return std::nullopt;
     }
     return std::wstring(wide.begin(), wide.end());
@@ -36,10 +55,19 @@ std::optional<std::wstring> wideFromUtf8(std::string_view text) {
 }
 
 std::string utf8FromWide(std::wstring_view text) {
-  std::basic_string<WideUnit> clean(text.begin(), text.end());
-  std::ranges::replace_if(clean, isNoCharacter, u'\xFFFD');
+  WideText clean(text.begin(), text.end());
+  replaceWhatIsNoCharacter(clean);
   const std::u8string utf8 = std::filesystem::path(clean).u8string();
   return {utf8.begin(), utf8.end()};
+}
+
+std::string utf8FromPath(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
+std::filesystem::path pathFromUtf8(const std::string& name) {
+  return {std::u8string(name.begin(), name.end())};
 }
 
 std::string printable(std::string_view text) {

@@ -2,11 +2,16 @@
 
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <pty.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace kestrel::host {
@@ -24,6 +29,30 @@ std::string contentOf(std::FILE* file) {
   }
   return content;
 }
+
+// Both ends of a terminal: what the program writes into the one is read from the other.
+struct Terminal {
+  explicit Terminal(unsigned short columns) {
+    winsize size{24, columns, 0, 0};
+    ::openpty(&reader, &writer, nullptr, nullptr, &size);
+  }
+
+  // Reads until the program has ended and everything is read.
+  std::string content() {
+    ::close(writer);
+    std::string text;
+    std::array<char, 4096> block{};
+    for (ssize_t count = 0; (count = ::read(reader, block.data(), block.size())) > 0;) {
+      text.append(block.data(), static_cast<std::size_t>(count));
+    }
+    ::close(reader);
+    std::erase(text, '\r');
+    return text;
+  }
+
+  int reader = -1;
+  int writer = -1;
+};
 
 // A program that the super-user starts gets no right that the bounding set lacks.
 void dropReadingRights() {
@@ -46,6 +75,17 @@ void dropReadingRights() {
   if (options.obeyFileModes) {
     dropReadingRights();
   }
+  if (!options.inputFile.empty()) {
+    ::dup2(::open(options.inputFile.c_str(), O_RDONLY), STDIN_FILENO);
+  }
+  if (options.largestFile != 0) {
+    std::signal(SIGXFSZ, SIG_IGN);  // writing fails in its place
+    const rlimit limit{options.largestFile, options.largestFile};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  for (const std::string& variable : options.environment) {
+    ::putenv(const_cast<char*>(variable.c_str()));
+  }
   ::dup2(output, STDOUT_FILENO);
   ::dup2(errors, STDERR_FILENO);
   ::execv(pointers.front(), pointers.data());
@@ -53,6 +93,20 @@ void dropReadingRights() {
 }
 
 }  // namespace
+
+ProgramRun runProgramOnTerminal(const std::vector<std::string>& arguments,
+                                const RunOptions& options) {
+  Terminal terminal(options.terminalColumns);
+  const File errors = temporaryFile();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    becomeProgram(arguments, terminal.writer, ::fileno(errors.get()), options);
+  }
+  const std::string output = terminal.content();
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output, contentOf(errors.get())};
+}
 
 ProgramRun runProgramProcess(const std::vector<std::string>& arguments, const RunOptions& options) {
   const File output = options.outputFile.empty()

@@ -19,7 +19,19 @@ struct RunOptions {
   std::string workingDirectory;
   /// Where the standard output goes, in place of the record.
   std::string outputFile;
+  /// Where the standard input comes from; empty: that of the test.
+  std::string inputFile;
+  /// The size in bytes that no file may exceed, like a full disk; 0: none.
+  std::size_t largestFile = 0;
+  /// The width of the terminal that the standard output is to be; 0: it is none.
+  unsigned short terminalColumns = 0;
+  /// Variables that are set for the program only, as "NAME=value".
+  std::vector<std::string> environment;
 };
+
+/// The standard output is a terminal.
+ProgramRun runProgramOnTerminal(const std::vector<std::string>& arguments,
+                                const RunOptions& options);
 
 ProgramRun runProgramProcess(const std::vector<std::string>& arguments,
                              const RunOptions& options = {});

@@ -1,17 +1,15 @@
 #include "tests/host/temporary_directory.h"
 
-#include <cstdlib>
 #include <fstream>
-#include <stdexcept>
+#include <random>
 
 namespace kestrel::host {
 
 TemporaryDirectory::TemporaryDirectory() {
-  std::string name = (std::filesystem::temp_directory_path() / "kestrel-test-XXXXXX").string();
-  if (::mkdtemp(name.data()) == nullptr) {
-    throw std::runtime_error("no temporary directory");
-  }
-  path_ = name;
+  std::random_device random;
+  do {
+    path_ = std::filesystem::temp_directory_path() / ("kestrel-test-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(path_));
 }
 
 TemporaryDirectory::~TemporaryDirectory() {

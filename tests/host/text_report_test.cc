@@ -2,78 +2,93 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
+#include "host/expectation.h"
+#include "host/text_table.h"
+#include "tests/host/synthetic_media.h"
+
 namespace kestrel::host {
 namespace {
 
-Inspection monoFile() {
-  Inspection inspection;
-  inspection.file = "a\nb.mxf";
-  inspection.request.layoutDescription = "T1=Mono";
-  inspection.check.conformance = Conformance::kConforms;
-  inspection.media.container = "MXF";
-  AudioStreamInfo stream;
-  stream.channelCount = 1;
-  stream.trackLabels = L"L";
-  stream.formatKey1 = 48000;
-  stream.formatKey2 = 24;
-  inspection.media.streams.push_back(stream);
-  inspection.media.shown.push_back({"2001", "PCM"});
-  ServiceMapResult service;
-  service.trackCount = 1;
-  service.slots[0] = {1, 0, 0, 0};
-  inspection.check.services.push_back(service);
-  return inspection;
+InspectOptions expecting(const std::string& layout) {
+  InspectOptions options;
+  options.expectation = expectedLayout(layout);
+  return options;
 }
 
-TEST(TextReportTest, aConformingFileShowsItsServices) {
-  EXPECT_EQ(textReport(monoFile()),
-            "File      a\\nb.mxf (MXF)\n"
-            "Audio     1 stream\n"
-            "Expected  T1=Mono\n"
-            "Result    the file carries these services\n"
+TEST(TextReportTest, aConformingFileShowsItsServicesBesideItsTracks) {
+  EXPECT_EQ(textReport(inspectMedia(monoTracks("L R -"), expecting("T3=Stereo,Mono")), {}),
+            "File      made-up.mxf (MXF, 3 tracks)\n"
+            "Expected  T3=Stereo,Mono\n"
+            "Verdict   The file carries the expected services.\n"
             "\n"
-            "Service  Tracks  Labels\n"
-            "Mono     2001\n");
-}
-
-TEST(TextReportTest, anotherFileShowsItsStreams) {
-  Inspection inspection = monoFile();
-  inspection.check = {Conformance::kOtherServices, {}};
-  EXPECT_EQ(textReport(inspection),
-            "File      a\\nb.mxf (MXF)\n"
-            "Audio     1 stream\n"
-            "Expected  T1=Mono\n"
-            "Result    the file does not carry these services\n"
+            "Track  Stream  Label  Format                Expected\n"
+            "    1  1       L      PCM 48000 Hz 24 bits  ┌ Stereo\n"
+            "    2  2       R      PCM 48000 Hz 24 bits  └\n"
+            "    3  3              PCM 48000 Hz 24 bits  ─ Mono\n"
             "\n"
-            "Stream  Channels  Format  Hz     Bits  Labels\n"
-            "2001    1         PCM     48000  24    L\n");
+            "note      No layout of the catalogue fits 3 tracks like these.\n");
 }
 
-TEST(TextReportTest, unequalFormatsAreNamed) {
-  Inspection inspection = monoFile();
-  inspection.check = {Conformance::kUnequalFormats, {}};
-  EXPECT_NE(textReport(inspection)
-                .find("does not carry these services: neighbouring tracks of "
-                      "one service differ in format\n"),
-            std::string::npos);
+TEST(TextReportTest, aWrongDeliveryShowsWhatItIsBesideWhatWasExpected) {
+  const std::string report = textReport(inspectMedia(monoTracks("L R"), expecting("T2=EMCA")), {});
+  EXPECT_NE(report.find("    1  1       L      PCM 48000 Hz 24 bits  ┌ EMCA ✗  ┌ Stereo\n"
+                        "    2  2       R      PCM 48000 Hz 24 bits  └         └\n"),
+            std::string::npos)
+      << report;
+  EXPECT_NE(report.find("error     A coded pair (EMCA) is expected on tracks 1 and 2, but plain "
+                        "audio is on tracks 1 and 2.\n"
+                        "note      The file looks like \"Stereo\".\n"),
+            std::string::npos)
+      << report;
+  EXPECT_NE(report.find("\nFits      \"Stereo\", EBU R 123 2a, 3 points\n"
+                        "          +2 The Stereo on tracks 1 and 2 has the labels of a pair: L R.\n"
+                        "          +1 The tracks of each service agree in format.\n"),
+            std::string::npos)
+      << report;
 }
 
-TEST(TextReportTest, declarationAndWarningsAreShown) {
-  Inspection inspection = monoFile();
-  inspection.media.declaredLayout = "EBU R 123: 8b";
-  inspection.media.warnings = {"first", "second"};
-  const std::string report = textReport(inspection);
-  EXPECT_NE(report.find("\nDeclared  EBU R 123: 8b\nExpected"), std::string::npos);
-  EXPECT_NE(report.find("\nWarning   first\nWarning   second\n"), std::string::npos);
+TEST(TextReportTest, theDeclarationAndTheEvidenceAreShown) {
+  RawMedia media = monoTracks("L R");
+  media.declaredLayout = "EBU R 123: 2a";
+  const std::string report = textReport(inspectMedia(media), {});
+  EXPECT_NE(report.find("\nDeclared  EBU R 123: 2a (\"Stereo\")\n"
+                        "Expected  \"Stereo\" (T2=Stereo)\n"),
+            std::string::npos)
+      << report;
+  EXPECT_NE(report.find("\nEvidence  Nothing contradicts the declared code. 3 of 3 sources "),
+            std::string::npos)
+      << report;
 }
 
-TEST(TextReportTest, servicesThatWereNotRequestedAreMarked) {
-  Inspection inspection = monoFile();
-  EXPECT_EQ(textReport(inspection).find("not requested"), std::string::npos);
-  inspection.request.reportAll = true;
-  EXPECT_NE(textReport(inspection).find("\nMono (not requested)  2001\n"), std::string::npos);
-  inspection.check.services[0].requested = 1;
-  EXPECT_EQ(textReport(inspection).find("not requested"), std::string::npos);
+TEST(TextReportTest, noLineIsWiderThanTheTerminal) {
+  RawMedia media = monoTracks("L R C LFE Ls Rs L R");
+  media.declaredLayout = "EBU R 123: 8a";
+  const FileResult result = inspectMedia(media);
+  for (const std::size_t columns : {20U, 40U, 80U, 132U}) {
+    std::istringstream lines(textReport(result, {false, columns}));
+    for (std::string line; std::getline(lines, line);) {
+      EXPECT_LE(columnsOf(line), columns) << line;
+    }
+  }
+}
+
+TEST(TextReportTest, coloursAreThereOnlyWhereTheyAreWanted) {
+  const FileResult result = inspectMedia(monoTracks("L R"), expecting("T2=Stereo"));
+  EXPECT_EQ(textReport(result, {}).find('\x1b'), std::string::npos);
+  EXPECT_NE(textReport(result, {true, 0}).find("\x1b[36m┌ Stereo"), std::string::npos);
+}
+
+TEST(TextReportTest, textsOfAFileCannotDisturbTheTerminal) {
+  RawMedia media = monoTracks("L R");
+  media.container = "M\x1b[31mXF";
+  media.declaredLayout = "\nEBU\x07";
+  media.audioStreams[0].format = "P\rCM";
+  media.audioStreams[1].channelLayout = "\x1b]";
+  media.audioStreams[1].id = "2\n";
+  std::string report = textReport(inspectMedia(media), {});
+  EXPECT_EQ(report.find_first_of("\x1b\x07\r"), std::string::npos) << report;
 }
 
 }  // namespace

@@ -21,11 +21,14 @@ TEST(Utf8Test, otherBytesHaveNoWideForm) {
 }
 
 TEST(Utf8Test, whatIsNoCharacterIsReplaced) {
-  const std::wstring lone = {static_cast<wchar_t>(0xD800), L'a', static_cast<wchar_t>(0x110000)};
-  EXPECT_EQ(utf8FromWide(lone),
-            "\xef\xbf\xbd"
-            "a"
-            "\xef\xbf\xbd");
+  const std::string replaced = "\xef\xbf\xbd";
+  for (const int unit : {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0x110000}) {
+    if (static_cast<int>(static_cast<wchar_t>(unit)) != unit) {
+      continue;  // more than a unit holds here
+    }
+    const std::wstring wide = {static_cast<wchar_t>(unit), L'a', static_cast<wchar_t>(unit)};
+    EXPECT_EQ(utf8FromWide(wide), replaced + "a" + replaced) << unit;
+  }
 }
 
 TEST(Utf8Test, printableTextStaysOnOneLine) {

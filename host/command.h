@@ -1,0 +1,26 @@
+// How a command joins the program. Each has a function that adds its subcommand with its options;
+// when the user gives that subcommand, `run` becomes what it does. Running raises UsageError,
+// NotExamined or OutputError for what goes wrong as a whole.
+#pragma once
+
+#include <functional>
+
+#include "host/exit_code.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kestrel::host {
+
+using CommandRun = std::function<ExitCode()>;
+using AddCommand = void (*)(CLI::App& program, CommandRun& run);
+
+void addInspect(CLI::App& program, CommandRun& run);
+void addCatalogue(CLI::App& program, CommandRun& run);
+void addCodes(CLI::App& program, CommandRun& run);
+void addExplain(CLI::App& program, CommandRun& run);
+void addScan(CLI::App& program, CommandRun& run);
+void addReport(CLI::App& program, CommandRun& run);
+
+}  // namespace kestrel::host

@@ -1,0 +1,89 @@
+#include "host/html_page.h"
+
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "api/kestrel.h"
+#include "host/html_sources.h"
+#include "host/html_template.h"
+
+namespace kestrel::host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+enum class Words { kAsTheyAre, kVerdicts };
+
+Json rowsOf(const Counts& counts, Words words) {
+  Json rows = Json::array();
+  for (const auto& [name, count] : byCount(counts)) {
+    const bool isVerdict = words == Words::kVerdicts;
+    rows.push_back({{"value", name},
+                    {"text", isVerdict ? verdictText(name) : name},
+                    {"verdict", isVerdict ? name : ""},
+                    {"count", count}});
+  }
+  return rows;
+}
+
+struct Aspect {
+  const char* caption;
+  const char* column;  ///< also the label of its filter
+  const char* name;    ///< of the filter, and of the attribute that it looks at
+  Json rows;
+};
+
+void addSummary(Json& view, const ScanSummary& summary) {
+  const std::vector<Aspect> aspects = {
+      {"By verdict", "Verdict", "verdict", rowsOf(summary.verdicts, Words::kVerdicts)},
+      {"By layout", "Layout", "layout", rowsOf(summary.layouts, Words::kAsTheyAre)},
+      {"By finding", "Finding", "findings", rowsOf(summary.findings, Words::kAsTheyAre)}};
+  for (const Aspect& aspect : aspects) {
+    if (!aspect.rows.empty()) {
+      view["tables"].push_back(
+          {{"caption", aspect.caption}, {"column", aspect.column}, {"rows", aspect.rows}});
+      view["filters"].push_back(
+          {{"label", aspect.column}, {"name", aspect.name}, {"options", aspect.rows}});
+    }
+  }
+}
+
+std::string render(Json view, const std::string& sections) {
+  const HtmlTemplate page(kPageSource);
+  view["version"] = KESTREL_VERSION;
+  view["style"] = kStyleSource;
+  view["script"] = kScriptSource;
+  view["sections"] = sections;
+  return page.render(view);
+}
+
+}  // namespace
+
+std::string htmlPage(const Json& documents) {
+  std::vector<HtmlSection> sections;
+  for (const Json& document : documents) {
+    sections.push_back(htmlSection(document, sections.size() + 1, documents.size() == 1));
+  }
+  if (sections.size() != 1) {
+    return htmlReport(sections);
+  }
+  const auto file = documents.at(0).at("file").get<std::string>();
+  return render({{"title", "The audio of " + file}, {"report", false}}, sections.front().html);
+}
+
+std::string htmlReport(const std::vector<HtmlSection>& sections) {
+  ScanSummary summary;
+  std::string html;
+  for (const HtmlSection& section : sections) {
+    summary.add(section.facts);
+    html += section.html;
+  }
+  Json view = {{"title", fmt::format("The audio of {} file{}", sections.size(),
+                                     sections.size() == 1 ? "" : "s")},
+               {"report", true}};
+  addSummary(view, summary);
+  return render(std::move(view), html);
+}
+
+}  // namespace kestrel::host

@@ -1,0 +1,14 @@
+// The picture of a file's tracks: the expected services above what the tracks carry, the tracks on
+// which they disagree marked.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "host/html_marks.h"
+
+namespace kestrel::host {
+
+/// What the template of a result draws; null when there is nothing to draw.
+nlohmann::ordered_json pictureView(const nlohmann::ordered_json& document, const TrackMarks& marks);
+
+}  // namespace kestrel::host

@@ -1,0 +1,21 @@
+// The part of a page that shows one file.
+#pragma once
+
+#include <cstddef>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+
+#include "host/scan_summary.h"
+
+namespace kestrel::host {
+
+struct HtmlSection {
+  std::string html;
+  ResultFacts facts;
+};
+
+/// @param number  tells the sections of one page apart
+/// @param isOpen  whether its details are shown from the start
+HtmlSection htmlSection(const nlohmann::ordered_json& document, std::size_t number, bool isOpen);
+
+}  // namespace kestrel::host

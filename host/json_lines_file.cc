@@ -1,0 +1,90 @@
+#include "host/json_lines_file.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+
+#include "host/output.h"
+#include "host/utf8.h"
+
+namespace kestrel::host {
+namespace {
+
+constexpr mode_t kMode = 0666;  // less the user's umask
+
+// Another process that holds the lock is told at once; a file system without locks has none.
+bool isLockedByAnother(int descriptor) {
+  return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+off_t sizeOf(int descriptor) {
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) ? status.st_size : -1;
+}
+
+// Should this fail too, the torn line is found by the reader of the file.
+void takeBack(int descriptor, off_t size) {
+  if (size >= 0) {
+    [[maybe_unused]] const int ignored = ::ftruncate(descriptor, size);
+  }
+}
+
+}  // namespace
+
+JsonLinesFile::JsonLinesFile() : name_("the standard output"), descriptor_(STDOUT_FILENO) {}
+
+JsonLinesFile::JsonLinesFile(const std::filesystem::path& file)
+    : name_(fmt::format("\"{}\"", printable(utf8FromPath(file)))),
+      descriptor_(::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kMode)) {
+  if (descriptor_ < 0) {
+    fail(errno);
+  }
+  if (isLockedByAnother(descriptor_)) {
+    ::close(descriptor_);
+    throw OutputError(name_ + ": another scan is writing to it");
+  }
+}
+
+JsonLinesFile::~JsonLinesFile() {
+  if (descriptor_ != STDOUT_FILENO) {
+    ::close(descriptor_);
+  }
+}
+
+void JsonLinesFile::fail(int error) const {
+  throw OutputError(
+      fmt::format("{} cannot be written: {}", name_, std::generic_category().message(error)));
+}
+
+void JsonLinesFile::mend(const JsonLinesEnd& end) {
+  if (end.isTorn && ::ftruncate(descriptor_, static_cast<off_t>(end.size)) != 0) {
+    fail(errno);
+  }
+  if (end.lacksNewline) {
+    write("\n");
+  }
+}
+
+void JsonLinesFile::append(const std::string& line) { write(line + "\n"); }
+
+// A write that a full disk cuts short is followed by one that says why.
+void JsonLinesFile::write(std::string_view text) {
+  const off_t before = sizeOf(descriptor_);
+  while (!text.empty()) {
+    const ssize_t count = ::write(descriptor_, text.data(), text.size());
+    if (count < 0 && errno != EINTR) {
+      const int error = errno;
+      takeBack(descriptor_, before);
+      fail(error);
+    }
+    text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+  }
+}
+
+}  // namespace kestrel::host

@@ -1,0 +1,39 @@
+// Writes the lines of a file of results. Each line goes out with one write(2) at the end of the
+// file, so that a process which is killed leaves whole lines and at most one torn one, and threads
+// do not mix theirs.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "host/json_lines.h"
+
+namespace kestrel::host {
+
+class JsonLinesFile {
+ public:
+  /// Lines go to the standard output.
+  JsonLinesFile();
+  /// Raises OutputError when the file cannot be opened or another scan writes to it. A file that is
+  /// not there is made; the lines of one that is there stay.
+  explicit JsonLinesFile(const std::filesystem::path& file);
+  JsonLinesFile(const JsonLinesFile&) = delete;
+  JsonLinesFile& operator=(const JsonLinesFile&) = delete;
+  ~JsonLinesFile();
+
+  /// Takes away a torn line and adds a newline that is missing, as readJsonLines() found them.
+  void mend(const JsonLinesEnd& end);
+
+  /// Raises OutputError when the line cannot be written; what was written of it is taken away. One
+  /// thread at a time.
+  void append(const std::string& line);
+
+ private:
+  [[noreturn]] void fail(int error) const;
+  void write(std::string_view text);
+
+  std::string name_;
+  int descriptor_;
+};
+
+}  // namespace kestrel::host

@@ -1,0 +1,15 @@
+// The tracks of a file as lanes of text: one line per track, with the services beside them.
+#pragma once
+
+#include <string>
+
+#include "host/file_result.h"
+#include "host/text_style.h"
+
+namespace kestrel::host {
+
+/// The expected services stand beside the tracks, and those of the best candidate where they differ
+/// or nothing is expected.
+std::string lanes(const FileResult& result, const TextStyle& style);
+
+}  // namespace kestrel::host

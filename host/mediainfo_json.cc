@@ -1,0 +1,104 @@
+// text    file | "[" file, file, ... "]"
+// file    {"media": {"@ref": name, "track": [stream, ...]}}, or "media": null for a missing file
+// stream  {"@type": "General" | "Audio" | "Other" | ..., field: text, ..., "extra": {field: text}}
+#include "host/mediainfo_json.h"
+
+#include <nlohmann/json.hpp>
+
+#include "host/not_examined.h"
+
+namespace kestrel::host {
+namespace {
+
+using Json = nlohmann::json;
+
+[[noreturn]] void reject(const std::string& why) {
+  throw NotExamined("bad-json", "the JSON is not that of mediainfo: " + why);
+}
+
+std::string textIn(const Json& object, const char* name) {
+  const auto found = object.find(name);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+// Some fields stand among the extra ones. Empty where there is none, or something else than a text.
+std::string field(const Json& stream, const char* name) {
+  const std::string text = textIn(stream, name);
+  const auto extra = stream.find("extra");
+  return text.empty() && extra != stream.end() ? textIn(*extra, name) : text;
+}
+
+RawAudioStream audioStream(const Json& stream) {
+  return {
+      .id = field(stream, "ID"),
+      .format = field(stream, "Format"),
+      .muxingMode = field(stream, "MuxingMode"),
+      .channels = field(stream, "Channels"),
+      .channelLayout = field(stream, "ChannelLayout"),
+      .channelLayoutId = field(stream, "ChannelLayoutID"),
+      .samplingRate = field(stream, "SamplingRate"),
+      .bitDepth = field(stream, "BitDepth"),
+  };
+}
+
+void addStream(const Json& stream, RawMedia& media) {
+  const std::string type = field(stream, "@type");
+  if (type == "General") {
+    media.container = field(stream, "Format");
+    media.isTruncated = field(stream, "IsTruncated");
+  } else if (type == "Audio") {
+    media.audioStreams.push_back(audioStream(stream));
+  } else if (type == "Other" && field(stream, "Format") == "AS-11 Core" &&
+             media.declaredLayout.empty()) {
+    media.declaredLayout = field(stream, "AudioTrackLayout");
+  }
+}
+
+NamedMedia namedMedia(const Json& file) {
+  const auto media = file.is_object() ? file.find("media") : file.end();
+  if (!file.is_object() || media == file.end()) {
+    reject("a file has no \"media\"");
+  }
+  if (media->is_null()) {
+    return {};
+  }
+  const auto tracks = media->is_object() ? media->find("track") : media->end();
+  if (!media->is_object() || tracks == media->end() || !tracks->is_array()) {
+    reject(R"(there is no list "track" in "media")");
+  }
+  NamedMedia named{field(*media, "@ref"), {}};
+  for (const Json& stream : *tracks) {
+    if (stream.is_object()) {
+      addStream(stream, named.media);
+    }
+  }
+  return named;
+}
+
+Json parsed(std::string_view text) {
+  if (text.size() > kLongestMediainfoJson) {
+    throw NotExamined("json-too-long", "the JSON is longer than 64 MiB");
+  }
+  Json json = Json::parse(text, nullptr, false);
+  if (json.is_discarded()) {
+    reject("it is no JSON at all");
+  }
+  return json;
+}
+
+}  // namespace
+
+std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
+  const Json json = parsed(text);
+  std::vector<NamedMedia> files;
+  if (!json.is_array()) {
+    files.push_back(namedMedia(json));
+    return files;
+  }
+  for (const Json& file : json) {
+    files.push_back(namedMedia(file));
+  }
+  return files;
+}
+
+}  // namespace kestrel::host

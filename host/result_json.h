@@ -1,0 +1,20 @@
+// A result as JSON, in the form of docs/schema/kestrel-result-1.json.
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "host/file_result.h"
+
+namespace kestrel::host {
+
+/// The name of the schema, as it stands in every document.
+inline constexpr char kResultSchema[] = "kestrel-result-1";
+
+/// All texts in it are UTF-8, so that it can be dumped without errors. A file name that is not
+/// UTF-8 stands with U+FFFD in "file" and exactly, as hexadecimal digits, in "fileBytes".
+nlohmann::ordered_json toJson(const FileResult& result);
+
+/// The bytes of the file's name in such a document.
+std::string fileNameIn(const nlohmann::ordered_json& document);
+
+}  // namespace kestrel::host

@@ -1,0 +1,31 @@
+// The files of a scan: those that are named, whatever they are, and those below a named directory
+// whose names end like a media file's.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kestrel::host {
+
+struct ScanFiles {
+  /// Each once, directories in the order of names. Texts, since a path takes many times their room.
+  std::vector<std::string> files;
+  std::vector<std::string> problems;  ///< a sentence for each directory that cannot be read
+};
+
+/// Links to directories are not followed below a named directory, so that no link makes a circle.
+ScanFiles filesOfScan(const std::vector<std::filesystem::path>& paths);
+
+/// Whether a scan takes a file of this name from a directory; the case of letters does not count.
+bool hasMediaExtension(const std::filesystem::path& file);
+
+/// The extensions, each with its dot, separated by blanks.
+std::string mediaExtensions();
+
+/// The same text for two names of one place: absolute, without "." and doubled slashes. ".." stays,
+/// since what stands before it may be a link.
+std::string placeOf(const std::filesystem::path& path);
+
+}  // namespace kestrel::host

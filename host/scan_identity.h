@@ -1,0 +1,15 @@
+// By what a scan knows a file again that it has done: its size and the time of its last change.
+#pragma once
+
+#include <filesystem>
+#include <nlohmann/json_fwd.hpp>
+
+namespace kestrel::host {
+
+/// The member of that name in a line of a scan.
+inline constexpr char kIdentityMember[] = "identity";
+
+/// {"size": 1024, "modified": "2026-01-31T12:00:00.123456789Z"}; null for what is no regular file.
+nlohmann::ordered_json identityOf(const std::filesystem::path& file);
+
+}  // namespace kestrel::host

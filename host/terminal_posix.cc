@@ -1,0 +1,17 @@
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include "host/terminal.h"
+
+namespace kestrel::host {
+
+bool isTerminal(StandardStream stream) { return ::isatty(static_cast<int>(stream)) == 1; }
+
+std::size_t terminalColumns() {
+  winsize size{};
+  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+}
+
+void prepareStandardStreams() {}
+
+}  // namespace kestrel::host

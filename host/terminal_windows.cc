@@ -1,0 +1,31 @@
+#include <fcntl.h>
+#include <io.h>
+#include <windows.h>
+
+#include "host/terminal.h"
+
+namespace kestrel::host {
+
+bool isTerminal(StandardStream stream) { return _isatty(static_cast<int>(stream)) != 0; }
+
+std::size_t terminalColumns() {
+  CONSOLE_SCREEN_BUFFER_INFO info{};
+  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) == 0) {
+    return 0;
+  }
+  return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+}
+
+void prepareStandardStreams() {
+  SetConsoleOutputCP(CP_UTF8);
+  HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  if (GetConsoleMode(output, &mode) != 0) {
+    SetConsoleMode(output, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+  }
+  for (int stream = 0; stream <= 2; ++stream) {
+    _setmode(stream, _O_BINARY);
+  }
+}
+
+}  // namespace kestrel::host
