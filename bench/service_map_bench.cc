@@ -6,10 +6,13 @@
 #include <memory>
 #include <vector>
 
+#include "api/ebu_r123.h"
+#include "api/kestrel.h"
 #include "api/service_map.h"
 #include "bench/cases.h"
 #include "bench/measure.h"
 #include "bench/naming_bench.h"
+#include "bench/plain_c_request.h"
 #include "bench/ratio_reporter.h"
 
 namespace kestrel::bench {
@@ -49,6 +52,16 @@ void floorOf(benchmark::State& state, const plain::ServiceMapInput& input) {
   });
 }
 
+// The plain C interface on the same input.
+void plainC(benchmark::State& state, const plain::ServiceMapInput& input) {
+  const PlainCRequest request(input);
+  measure(state, [&] {
+    KestrelAnalysis* analysis = nullptr;
+    benchmark::DoNotOptimize(kestrelAnalyse(request.get(), &analysis, nullptr, nullptr));
+    kestrelFreeAnalysis(analysis);
+  });
+}
+
 void registerEverydayCases() {
   for (const Case& named : everydayCases()) {
     const auto input = std::make_shared<const plain::ServiceMapInput>(named.input);
@@ -59,6 +72,7 @@ void registerEverydayCases() {
     add("library", library);
     add("plain", plainForm);
     add("floor", floorOf);
+    add("plain C", plainC);
   }
 }
 
@@ -74,6 +88,27 @@ void description(benchmark::State& state) {
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(input.description.size()));
 }
 
+// The EBU R 123 analysis beside the block that it hands out.
+void ebuR123(benchmark::State& state) {
+  const auto input = everydayCases().at(1).input;
+  measure(state, [&] {
+    ServiceMapResult* block = nullptr;
+    std::int32_t count = 0;
+    std::int32_t item = 0;
+    getServiceMapEbuR123(input.description.c_str(), 0, input.streams.data(),
+                         static_cast<std::int32_t>(input.streams.size()), &block, &count, &item);
+    std::free(block);
+  });
+}
+
+void ebuR123Floor(benchmark::State& state) {
+  measure(state, [&] {
+    void* block = std::malloc(1);
+    benchmark::DoNotOptimize(block);
+    std::free(block);
+  });
+}
+
 BENCHMARK(streams)->RangeMultiplier(10)->Range(10, 100'000)->Complexity();
 BENCHMARK(description)->RangeMultiplier(10)->Range(100, 1'000'000)->Complexity();
 
@@ -85,6 +120,8 @@ int main(int argc, char** argv) {
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
   kestrel::bench::registerEverydayCases();
   kestrel::bench::registerNamingCases();
+  benchmark::RegisterBenchmark("R 123 of 16 tracks/library", kestrel::bench::ebuR123);
+  benchmark::RegisterBenchmark("R 123 of 16 tracks/floor", kestrel::bench::ebuR123Floor);
   kestrel::bench::RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   reporter.printRatios();
