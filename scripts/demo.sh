@@ -2,10 +2,19 @@
 # Sets up what is missing, builds, and shows the service map of a media file.
 #
 # usage: scripts/demo.sh [MEDIA_FILE [LAYOUT]]
+#
+# Without a layout description the file's own declaration, where it has one, is checked, and the
+# layouts that it could carry are named.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-file=${1:-tests/media/mxf_8mono_mca.mxf}
-layout=${2:-T8=5.1 Mix,Stereo;T4=Stereo,Stereo;T2=Stereo;T1=Mono}
+here=$OLDPWD
+
+case "${1:-}" in
+  '') arguments=(tests/media/mxf_8mono_mca.mxf --layout 'T8=5.1 Mix,Stereo;T4=Stereo,Stereo') ;;
+  /*) arguments=("$1") ;;
+  *) arguments=("$here/$1") ;;  # as seen from where the script was started
+esac
+if [ -n "${2:-}" ]; then arguments+=(--layout "$2"); fi
 
 scripts/setup.sh demo
 if [ ! -e build/demo/build.ninja ]; then
@@ -16,5 +25,7 @@ echo "demo: building"
 cmake --build build/demo | { grep -vE '^\[[0-9]+/[0-9]+\]|no work to do' || true; }
 
 program=build/demo/host/kestrel
-printf 'demo: %q inspect %q --layout %q\n\n' "$program" "$file" "$layout"
-exec "$program" inspect "$file" --layout "$layout"
+printf 'demo: kestrel inspect'
+printf ' %q' "${arguments[@]}"
+printf '\n\n'
+exec "$program" inspect "${arguments[@]}"
