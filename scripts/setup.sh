@@ -12,7 +12,7 @@ for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clan
 
 case "${1:-}" in
   demo) wanted=("${for_demo[@]}") ;;
-  bench) wanted=(g++ cmake ninja-build libbenchmark-dev) ;;
+  bench) wanted=(g++ cmake ninja-build libbenchmark-dev mediainfo) ;;
   test) wanted=("${for_test[@]}") ;;
   *)
     echo "usage: scripts/setup.sh demo|test|bench" >&2
