@@ -6,8 +6,8 @@
 // beginning of the file's, and when within each plain service all streams have the same format
 // keys. Letter by letter the services then take their tracks.
 //
-// For files whose plain streams have numbers of their own and whose first track is plain or not
-// expected to be, as carriers and their changes are.
+// For carriers and their changes: plain streams have numbers of their own, and no layout begins
+// with a coded service.
 #pragma once
 
 #include "tests/exhaustive/carrier.h"
