@@ -17,6 +17,9 @@ function(kestrel_target_options target)
     # g++ 12 reports overlaps in its own string operator+ (its bug 105651).
     target_compile_options(${target} PRIVATE -fno-gnu-unique -Wno-restrict)
   endif()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    target_compile_options(${target} PRIVATE -Wreserved-identifier)
+  endif()
   if(KESTREL_SANITIZE)
     # With the sanitizers' checks in between, g++ 12 takes parts of std::regex for uninitialized.
     target_compile_options(${target} PRIVATE
