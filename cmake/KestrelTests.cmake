@@ -10,6 +10,8 @@ include(GoogleTest)
 
 set(KESTREL_TEST_PREFIX "build" CACHE STRING "What the names of the tests begin with")
 
+set(KESTREL_TEST_ROUNDS 100 CACHE STRING "How many of their random inputs the tests try, in percent")
+
 function(kestrel_add_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "TIMEOUT" "SOURCES;LIBRARIES;LABELS;DEFINITIONS;DEPENDS")
   # Under the thread sanitizer only tests with threads are of interest.
@@ -27,15 +29,20 @@ function(kestrel_add_test name)
   if(arg_DEPENDS)
     add_dependencies(${name} ${arg_DEPENDS})
   endif()
+  set(environment KESTREL_TEST_ROUNDS=${KESTREL_TEST_ROUNDS})
+  set(properties TIMEOUT ${arg_TIMEOUT})
+  if(arg_LABELS)  # gtest_discover_tests() drops an empty value, not its name
+    list(APPEND properties LABELS "${arg_LABELS}")
+  endif()
   if(CMAKE_CROSSCOMPILING)
+    list(APPEND environment WINEPATH=$<TARGET_FILE_DIR:kestrel>)  # where the DLL is
     add_test(NAME ${KESTREL_TEST_PREFIX}/${name} COMMAND ${name})
     set_tests_properties(${KESTREL_TEST_PREFIX}/${name} PROPERTIES
-      TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}"
-      ENVIRONMENT "WINEPATH=$<TARGET_FILE_DIR:kestrel>")  # where the DLL is
+      ${properties} ENVIRONMENT "${environment}")
   else()
     gtest_discover_tests(${name}
       TEST_PREFIX ${KESTREL_TEST_PREFIX}/
       DISCOVERY_TIMEOUT 60
-      PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${arg_LABELS}")
+      PROPERTIES ${properties} ENVIRONMENT "${environment}")
   endif()
 endfunction()

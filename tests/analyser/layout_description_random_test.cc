@@ -8,6 +8,7 @@
 #include "analyser/layout_description.h"
 #include "tests/plain/plain_layout_description.h"
 #include "tests/random_inputs.h"
+#include "tests/test_rounds.h"
 
 namespace kestrel {
 namespace {
@@ -25,13 +26,13 @@ bool agree(const ExpectedService& service, const plain::PlainExpectedService& pl
 }
 
 TEST(LayoutDescriptions, ReadLikeThePlainFormOnRandomTexts) {
-  constexpr int kTexts = 250'000;
+  const int texts = test::rounds(250'000);
   test::Random random(20260101);
   std::int32_t plainCounter = -1;
   // The process may have parsed before; both count on from where they stand.
   const auto shift = static_cast<std::uint32_t>(takeTrackNumbers(0));
   int chosen = 0, services = 0, failures = 0;
-  for (int i = 0; i < kTexts && failures < 5; ++i) {
+  for (int i = 0; i < texts && failures < 5; ++i) {
     const std::string text = test::randomDescription(random);
     const std::uint32_t total = random.oneOf(test::kDescribedTotals);
     const bool reportAll = random.oneIn(2);
@@ -49,8 +50,8 @@ TEST(LayoutDescriptions, ReadLikeThePlainFormOnRandomTexts) {
     if (!expected.empty()) ++chosen;
     services += static_cast<int>(expected.size());
   }
-  std::printf("%d texts, an entry chosen in %d, %d services\n", kTexts, chosen, services);
-  EXPECT_GT(chosen, kTexts / 20);
+  std::printf("%d texts, an entry chosen in %d, %d services\n", texts, chosen, services);
+  EXPECT_GT(chosen, texts / 20);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "tests/plain/plain_naming.h"
 #include "tests/random_inputs.h"
 #include "tests/small_stack.h"
+#include "tests/test_rounds.h"
 
 namespace kestrel::test {
 namespace {
@@ -74,12 +75,12 @@ std::string randomText(Random& random) {
 }
 
 TEST(FromStrRandom, EveryTextIsReadAsThePlainFormReadsIt) {
-  constexpr int kTexts = 100'000;
+  const int texts = rounds(100'000);
   Random random(20'260'502);
   int items = 0;
   int types = 0;
   int mismatches = 0;
-  for (int i = 0; i < kTexts && mismatches < kMismatchesShown; ++i) {
+  for (int i = 0; i < texts && mismatches < kMismatchesShown; ++i) {
     const std::string text = randomText(random);
     const auto item = plain::serviceMapItemFromStr(plainCatalogue(), text.c_str());
     const auto type = plain::streamTypeFromStr(plainCatalogue(), text.c_str());
@@ -90,10 +91,10 @@ TEST(FromStrRandom, EveryTextIsReadAsThePlainFormReadsIt) {
     EXPECT_TRUE(same) << testing::PrintToString(text) << ": item " << item << ", type " << type;
     if (!same) ++mismatches;
   }
-  std::cout << kTexts << " texts, " << items << " items, " << types << " stream types\n";
+  std::cout << texts << " texts, " << items << " items, " << types << " stream types\n";
   EXPECT_EQ(mismatches, 0);
-  EXPECT_GT(items, kTexts / 5);
-  EXPECT_GT(types, kTexts / 50);
+  EXPECT_GT(items, texts / 5);
+  EXPECT_GT(types, texts / 50);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "tests/plain/plain_layout_code.h"
 #include "tests/random_inputs.h"
 #include "tests/small_stack.h"
+#include "tests/test_rounds.h"
 
 namespace kestrel::test {
 namespace {
@@ -224,17 +225,17 @@ std::string randomCode(Random& random) {
 }
 
 TEST(LayoutCodeAgainstPlainForm, RandomTexts) {
-  constexpr int kTexts = 250'000;
+  const int texts = rounds(250'000);
   Random random(20'260'503);
   int mismatches = 0;
   std::array<int, NO_SERVICE_MAP_ITEM + 1> counts{};
-  for (int i = 0; i < kTexts && mismatches < kMismatchesShown; ++i) {
+  for (int i = 0; i < texts && mismatches < kMismatchesShown; ++i) {
     const std::string code = randomCode(random);
     ++counts[static_cast<std::size_t>(plain::itemOfLayoutCode(code.c_str()))];
     if (!agrees(code)) ++mismatches;
   }
   EXPECT_EQ(mismatches, 0);
-  EXPECT_LT(counts[NO_SERVICE_MAP_ITEM], kTexts * 9 / 10) << "too few texts hold a code";
+  EXPECT_LT(counts[NO_SERVICE_MAP_ITEM], texts * 9 / 10) << "too few texts hold a code";
   for (const Row& row : kCodesFoundAnywhere) {
     EXPECT_GT(counts[static_cast<std::size_t>(row.item)], 0) << "no text holds " << row.code;
   }

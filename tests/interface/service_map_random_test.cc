@@ -12,6 +12,7 @@
 #include "tests/plain/plain_layout_description.h"
 #include "tests/plain/plain_service_map.h"
 #include "tests/random_inputs.h"
+#include "tests/test_rounds.h"
 
 namespace kestrel::test {
 namespace {
@@ -115,7 +116,8 @@ TEST(ServiceMapRandom, EveryCallEndsAsThePlainFormSays) {
   Random random(20'260'501);
   Spread spread;
   int mismatches = 0;
-  for (int i = 0; i < kServiceMapInputs && mismatches < kMismatchesShown; ++i) {
+  const int inputs = rounds(kServiceMapInputs);
+  for (int i = 0; i < inputs && mismatches < kMismatchesShown; ++i) {
     const ServiceMapInput input = randomServiceMapInput(random);
     const PlainResult expected = plain::serviceMap(input);
     spread.count(input, expected);
@@ -123,8 +125,8 @@ TEST(ServiceMapRandom, EveryCallEndsAsThePlainFormSays) {
   }
   ASSERT_EQ(mismatches, 0);
   std::cout << spread.text();
-  EXPECT_GE(spread.of("filled") * 3, kServiceMapInputs);
-  EXPECT_GT(spread.rarest(), 0) << spread.text();
+  EXPECT_GE(spread.of("filled") * 3, inputs);
+  EXPECT_GT(spread.rarest(), allRounds() ? 0 : -1) << spread.text();
 }
 
 // Streams that carry any list of ordinary services, so that the description alone decides.
@@ -141,7 +143,8 @@ TEST(ServiceMapRandom, EveryDescriptionIsReadAsThePlainFormReadsIt) {
   Random random(77);
   int mismatches = 0;
   int filled = 0;
-  for (int i = 0; i < kDescriptions && mismatches < kMismatchesShown; ++i) {
+  const int descriptions = rounds(kDescriptions);
+  for (int i = 0; i < descriptions && mismatches < kMismatchesShown; ++i) {
     const std::string description = randomDescription(random);
     const bool reportAll = random.oneIn(2);
     for (const std::uint32_t total : kDescribedTotals) {
@@ -152,7 +155,7 @@ TEST(ServiceMapRandom, EveryDescriptionIsReadAsThePlainFormReadsIt) {
     }
   }
   EXPECT_EQ(mismatches, 0);
-  EXPECT_GE(filled * 4, kDescriptions) << "too few descriptions have an entry";
+  EXPECT_GE(filled * 4, descriptions) << "too few descriptions have an entry";
 }
 
 }  // namespace
