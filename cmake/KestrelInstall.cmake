@@ -17,7 +17,7 @@ function(kestrel_way from to result)
 endfunction()
 
 function(kestrel_install_library)
-  # No VERSION and no SOVERSION: hosts load the library by its one name, see docs/design.md.
+  # No VERSION and no SOVERSION: hosts load the library by its one name, see docs/install.md.
   install(TARGETS kestrel EXPORT kestrel-targets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime

@@ -11,7 +11,11 @@ function(kestrel_target_options target)
   endif()
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-    -Wnon-virtual-dtor -Wcast-align -Woverloaded-virtual -Wundef -Werror)
+    -Wnon-virtual-dtor -Wcast-align -Woverloaded-virtual -Wundef)
+  if(PROJECT_IS_TOP_LEVEL)
+    # A project that builds Kestrel along may have a compiler that warns of more.
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # A unique symbol would keep the library in the process after it was closed.
     # g++ 12 reports overlaps in its own string operator+ (its bug 105651).
