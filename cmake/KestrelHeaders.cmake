@@ -1,6 +1,6 @@
-# The public headers in the form in which hosts include them, <kestrel/...>: every header of api/ and
-# the one that states the version, side by side in one folder. The same folder is made in the build
-# tree, for add_subdirectory(), and in the installed tree.
+# The public headers in the form in which hosts include them, <kestrel/...>: every header of api/
+# and the one that states the version, side by side in one folder. The same folder is made in the
+# build tree, for add_subdirectory(), and in the installed tree.
 set(kestrel_include_directory ${PROJECT_BINARY_DIR}/include)
 
 file(GLOB kestrel_public_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/api/*.h)

@@ -1,6 +1,10 @@
-# The packages that CPack makes: for Linux one archive and Debian packages, one for each component of
-# KestrelInstall.cmake; for Windows one archive. What is not there to be installed (third parties'
-# notices, the list of what is shipped, the run-time DLLs) packaging/finish.cmake adds.
+# The packages that CPack makes: for Linux one archive and Debian packages, one for each component
+# of KestrelInstall.cmake; for Windows one archive. What is not there to be installed (third parties'
+# notices, the list of what is shipped, the run-time DLLs) packaging/finish.cmake adds. It asks
+# Debian's package database, so packages are made on Debian, those for Windows by MinGW-w64.
+if(MSVC)
+  return()
+endif()
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 set(KESTREL_PACKAGE_CONTACT "Kestrel maintainers <kestrel@localhost>"
   CACHE STRING "Whom the packages name as their maintainer")

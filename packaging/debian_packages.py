@@ -1,4 +1,4 @@
-"""What Debian's package database says of the build machine: where a library or header comes from."""
+"""What Debian's package database says of the build machine: where its files come from."""
 
 import fnmatch
 import functools
@@ -29,7 +29,8 @@ def installed(name):
 def owners(pattern):
     """The packages and paths of all installed files that a pattern matches."""
     lines = output("dpkg-query", "-S", pattern).splitlines()
-    pairs = [re.fullmatch(r"(.+?): (.+)", line) for line in lines if not line.startswith("diversion")]
+    files = [line for line in lines if not line.startswith("diversion")]
+    pairs = [re.fullmatch(r"(.+?): (.+)", line) for line in files]
     return [
         (installed(pair[1].split(", ")[0]), pair[2])
         for pair in pairs

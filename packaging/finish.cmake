@@ -2,8 +2,8 @@
 # DLLs that ours need go along; then finish.py adds what every package holds about itself.
 function(kestrel_finish root prefix name)
   execute_process(
-    COMMAND ${CPACK_KESTREL_PYTHON} -B ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/finish.py ${root} ${prefix}
-      --package ${name} --version ${CPACK_PACKAGE_VERSION} --kind ${CPACK_GENERATOR}
+    COMMAND ${CPACK_KESTREL_PYTHON} -B ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/finish.py
+      ${root} ${prefix} --package ${name} --version ${CPACK_PACKAGE_VERSION} --kind ${CPACK_GENERATOR}
       --objdump ${CPACK_KESTREL_OBJDUMP}
     COMMAND_ERROR_IS_FATAL ANY)
 endfunction()

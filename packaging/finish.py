@@ -37,9 +37,9 @@ def move_to_debians_places(prefix, documents):
 
 def notices(links, bundled):
     """What the packages say whose code goes along: by headers, or as DLLs."""
-    packages = {link.library for link in links if link.kind == "STATIC_LINK"} | set(bundled.values())
+    compiled_in = {link.library for link in links if link.kind == "STATIC_LINK"}
     parts = [(PACKAGING / "copyright").read_text(encoding="utf-8")]
-    for package in sorted(packages):
+    for package in sorted(compiled_in | set(bundled.values())):
         head = f"Contains parts of {package.name} {package.version}, of which Debian says:"
         parts.append(f"{head}\n\n{debian_packages.copyright_of(package)}")
     return ("\n" + "=" * 78 + "\n\n").join(parts)

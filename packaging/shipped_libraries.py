@@ -1,7 +1,7 @@
 """The libraries in a package and behind it, found by looking into its programs.
 
-Three kinds: those that a program finds on the user's system, those whose DLLs lie in the package, and
-those that are headers and so compiled into the program.
+Three kinds: those that a program finds on the user's system, those whose DLLs lie in the package,
+and those that are headers and so compiled into the program.
 """
 
 import re

@@ -74,7 +74,7 @@ class InstalledTree(unittest.TestCase):
         self.assertEqual(files_in(TREE), sorted(sum(FILES.values(), [])))
 
     def test_no_file_names_a_folder_of_this_machine(self):
-        # The build folder stands in the source folder or not; the prefix stands in the build folder.
+        # The build folder need not stand in the source folder, nor the prefix in either.
         folders = [os.fsencode(folder) for folder in (SOURCE, BUILD, TREE.parent)]
         for name in files_in(TREE):
             content = (TREE / name).read_bytes()

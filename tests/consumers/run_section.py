@@ -1,7 +1,8 @@
 """Does what a section of docs/install.md says, and compares what comes out.
 
-The section's `sh` blocks are run in a fresh copy of the consumers' folder. Then the program that they
-built is run, under an emulator where one is given; without a program the blocks' own output counts.
+The section's `sh` blocks are run in a fresh copy of the consumers' folder. Then the program that
+they built is run, under an emulator where one is given; without a program the blocks' own output
+counts.
 Every `cmake` block of the section must stand in the project that the section builds.
 """
 import argparse
@@ -35,8 +36,8 @@ def check_projects(section):
             sys.exit(f"no project is as the section shows it:\n{block}")
 
 
-def output(command, folder, **options):
-    done = subprocess.run(command, cwd=folder, capture_output=True, text=True, check=False, **options)
+def output(command, folder):
+    done = subprocess.run(command, cwd=folder, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         sys.exit(f"{command} failed:\n{done.stdout}{done.stderr}")
     return done.stdout.replace("\r\n", "\n")

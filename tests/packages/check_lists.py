@@ -68,13 +68,16 @@ class Lists(unittest.TestCase):
             code = content["packages"][0]["packageVerificationCode"]
             code["packageVerificationCodeValue"] = "0" * 40
 
+        def same_id(content):
+            content["packages"].append(content["packages"][1])
+
         changes = {
             "a file is missing": lambda content: content["files"].pop(),
             "a checksum is another": other_checksum,
             "the code is another": other_code,
             "a field is missing": lambda content: content.pop("dataLicense"),
             "a field is unknown": lambda content: content.update(colour="red"),
-            "an id stands twice": lambda content: content["packages"].append(content["packages"][1]),
+            "an id stands twice": same_id,
             "an end is missing": lambda content: content["packages"].pop(),
         }
         for name, change in changes.items():

@@ -53,7 +53,7 @@ class Use:
 
     def build_service_map(self, program):
         """Compiles a host by the package's pkg-config file alone."""
-        paths = {"PKG_CONFIG_LIBDIR": str(self.prefix / "lib/pkgconfig"), "PATH": os.environ["PATH"]}
+        paths = {**os.environ, "PKG_CONFIG_LIBDIR": str(self.prefix / "lib/pkgconfig")}
         flags = shlex.split(output("pkg-config", "--cflags", "--libs", "kestrel", env=paths))
         output(self.compiler, SERVICE_MAP, *flags, "-o", program)
 

@@ -1,4 +1,4 @@
-"""What holds between an SPDX list and the package that it lies in; each rule yields its problems."""
+"""What holds between an SPDX list and the package that it lies in; rules yield their problems."""
 
 import hashlib
 import json
