@@ -4,7 +4,7 @@ function(kestrel_finish root prefix name)
   execute_process(
     COMMAND ${CPACK_KESTREL_PYTHON} -B ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/finish.py
       ${root} ${prefix} --package ${name} --version ${CPACK_PACKAGE_VERSION} --kind ${CPACK_GENERATOR}
-      --objdump ${CPACK_KESTREL_OBJDUMP}
+      --contact ${CPACK_PACKAGE_CONTACT} --objdump ${CPACK_KESTREL_OBJDUMP}
     COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 

@@ -1,15 +1,18 @@
 """Adds to the files of a package what it holds about itself: the notices of the libraries that go
 along with Kestrel, and the list of what is shipped. Debian packages are also given Debian's places.
 
-usage: finish.py ROOT PREFIX --package NAME --version VERSION --kind TGZ|DEB|ZIP --objdump OBJDUMP
+usage: finish.py ROOT PREFIX --package NAME --version VERSION --contact "NAME <ADDRESS>"
+                 --kind TGZ|DEB|ZIP --objdump OBJDUMP
 """
 
 import argparse
+import email.utils
 import gzip
 import json
 import pathlib
 
 import debian_packages
+import making
 import shipped_libraries
 import spdx
 
@@ -20,15 +23,25 @@ def files_below(root):
     return sorted(path.relative_to(root) for path in root.rglob("*") if path.is_file())
 
 
-def compress(source, target):
+def compress(text, target):
     """The same bytes for the same text, whenever it is done."""
-    target.write_bytes(gzip.compress(source.read_bytes(), 9, mtime=0))
+    target.write_bytes(gzip.compress(text, 9, mtime=0))
 
 
-def move_to_debians_places(prefix, documents):
-    compress(PACKAGING.parent / "CHANGELOG.md", documents / "changelog.gz")
+def debian_changelog(version, contact):
+    """Debian has a form of its own; what changed is told once, in CHANGELOG.md."""
+    date = email.utils.format_datetime(making.time())
+    lines = [f"kestrel ({version}) unstable; urgency=medium", "", "  * See CHANGELOG.md.gz.", "",
+             f" -- {contact}  {date}", ""]
+    return "\n".join(lines).encode()
+
+
+def move_to_debians_places(prefix, documents, version, contact):
+    compress(debian_changelog(version, contact), documents / "changelog.gz")
+    changes = (PACKAGING.parent / "CHANGELOG.md").read_bytes()
+    compress(changes, documents / "CHANGELOG.md.gz")
     for manual in prefix.glob("share/man/man1/*.1"):
-        compress(manual, manual.with_name(manual.name + ".gz"))
+        compress(manual.read_bytes(), manual.with_name(manual.name + ".gz"))
         manual.unlink()
     completion = prefix / "share/zsh/site-functions"
     if completion.exists():
@@ -51,6 +64,7 @@ def arguments():
     parser.add_argument("prefix", help="where in there bin, lib and share are")
     parser.add_argument("--package", required=True)
     parser.add_argument("--version", required=True)
+    parser.add_argument("--contact", required=True)
     parser.add_argument("--kind", choices=["TGZ", "DEB", "ZIP"], required=True)
     parser.add_argument("--objdump", required=True)
     return parser.parse_args()
@@ -62,7 +76,7 @@ def main():
     documents = prefix / "share/doc" / options.package
     documents.mkdir(parents=True, exist_ok=True)
     if options.kind == "DEB":
-        move_to_debians_places(prefix, documents)
+        move_to_debians_places(prefix, documents, options.version, options.contact)
     files = files_below(root)
     links = shipped_libraries.links(root, files, options.objdump, options.version)
     bundled = shipped_libraries.bundled(root, files)

@@ -1,13 +1,13 @@
 """Lists what a package ships, as an SPDX 2.3 document in JSON: every file with its checksums, the
 libraries that the programs are linked with and their versions, and what was taken from where."""
 
-import datetime
 import hashlib
-import os
 import re
 import urllib.parse
 import uuid
 from typing import NamedTuple
+
+import making
 
 NO_ASSERTION = "NOASSERTION"
 PACKAGE_ID = "SPDXRef-Package-kestrel"
@@ -116,11 +116,7 @@ def relationships(entries, links, bundled):
 
 
 def created():
-    """Now, or the time that a repeatable build is given."""
-    epoch = os.environ.get("SOURCE_DATE_EPOCH")
-    utc = datetime.timezone.utc
-    time = datetime.datetime.fromtimestamp(int(epoch), utc) if epoch else datetime.datetime.now(utc)
-    return time.strftime("%Y-%m-%dT%H:%M:%SZ")
+    return making.time().strftime("%Y-%m-%dT%H:%M:%SZ")
 
 
 def document(root, files, head, links, bundled):

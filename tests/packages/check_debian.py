@@ -72,7 +72,8 @@ class DebianPackages(unittest.TestCase):
     def test_the_documents_are_where_debian_has_them(self):
         for name, file in zip(NAMES, FILES):
             listed = output("dpkg-deb", "-c", file)
-            for document in ["copyright", "changelog.gz", f"{name}.spdx.json"]:
+            for document in ["copyright", "changelog.gz", "CHANGELOG.md.gz",
+                             f"{name}.spdx.json"]:
                 self.assertIn(f" ./usr/share/doc/{name}/{document}\n", listed)
         for document in ["man/man1/kestrel.1.gz", "zsh/vendor-completions/_kestrel",
                          "bash-completion/completions/kestrel"]:
