@@ -12,69 +12,19 @@
 #include "api/catalogue_ids.h"
 #include "api/kestrel.h"
 #include "api/service_map_result.h"
+#include "tests/c_api/c_record_offsets.h"
 
 namespace kestrel::test {
 namespace {
 
 // --- Records
 
-static_assert(sizeof(KestrelStream) == 48 && alignof(KestrelStream) == 8);
-static_assert(offsetof(KestrelStream, structSize) == 0);
-static_assert(offsetof(KestrelStream, group) == 4);
-static_assert(offsetof(KestrelStream, streamId) == 8);
-static_assert(offsetof(KestrelStream, trackLabels) == 16);
-static_assert(offsetof(KestrelStream, channelCount) == 24);
-static_assert(offsetof(KestrelStream, formatKey1) == 28);
-static_assert(offsetof(KestrelStream, formatKey2) == 32);
-static_assert(offsetof(KestrelStream, formatKey3) == 36);
-static_assert(offsetof(KestrelStream, isPairCoded) == 40);
-static_assert(offsetof(KestrelStream, isPairShared) == 41);
-static_assert(offsetof(KestrelStream, reserved) == 42 && sizeof(KestrelStream::reserved) == 6);
-
-static_assert(sizeof(KestrelRequest) == 40 && alignof(KestrelRequest) == 8);
-static_assert(offsetof(KestrelRequest, structSize) == 0);
-static_assert(offsetof(KestrelRequest, streamCount) == 4);
-static_assert(offsetof(KestrelRequest, layoutDescription) == 8);
-static_assert(offsetof(KestrelRequest, surroundChannelOrder) == 16);
-static_assert(offsetof(KestrelRequest, streams) == 24);
-static_assert(offsetof(KestrelRequest, streamStride) == 32);
-static_assert(offsetof(KestrelRequest, reportAll) == 36);
-static_assert(offsetof(KestrelRequest, surroundCheck) == 37);
-static_assert(offsetof(KestrelRequest, reserved) == 38 && sizeof(KestrelRequest::reserved) == 2);
-
-static_assert(sizeof(KestrelTrack) == 24 && alignof(KestrelTrack) == 8);
-static_assert(offsetof(KestrelTrack, trackNumber) == 0);
-static_assert(offsetof(KestrelTrack, group) == 8);
-static_assert(offsetof(KestrelTrack, sourceGroup) == 12);
-static_assert(offsetof(KestrelTrack, indexInGroup) == 16);
-static_assert(offsetof(KestrelTrack, reserved) == 20);
+// Sizes and offsets stand in c_record_offsets.h, for C as well.
+static_assert(alignof(KestrelStream) == 8 && alignof(KestrelRequest) == 8);
+static_assert(alignof(KestrelTrack) == 8 && alignof(KestrelService) == 8);
+static_assert(alignof(KestrelFinding) == 8);
 static_assert(sizeof(KestrelTrack) == sizeof(TrackSlot));
-
-static_assert(sizeof(KestrelService) == 800 && alignof(KestrelService) == 8);
-static_assert(offsetof(KestrelService, structSize) == 0);
-static_assert(offsetof(KestrelService, trackCount) == 4);
-static_assert(offsetof(KestrelService, serviceIndex) == 8);
-static_assert(offsetof(KestrelService, streamType) == 12);
-static_assert(offsetof(KestrelService, reported) == 16);
-static_assert(offsetof(KestrelService, isEmca) == 17);
-static_assert(offsetof(KestrelService, requested) == 18);
-static_assert(offsetof(KestrelService, reserved) == 19 && sizeof(KestrelService::reserved) == 5);
-static_assert(offsetof(KestrelService, label) == 24);
-static_assert(offsetof(KestrelService, slots) == 32);
 static_assert(KESTREL_SLOTS == kSlotCount);
-
-static_assert(sizeof(KestrelFinding) == 64 && alignof(KestrelFinding) == 8);
-static_assert(offsetof(KestrelFinding, structSize) == 0);
-static_assert(offsetof(KestrelFinding, code) == 4);
-static_assert(offsetof(KestrelFinding, service) == 8);
-static_assert(offsetof(KestrelFinding, slot) == 12);
-static_assert(offsetof(KestrelFinding, stream) == 16);
-static_assert(offsetof(KestrelFinding, reserved) == 20);
-static_assert(offsetof(KestrelFinding, track) == 24);
-static_assert(offsetof(KestrelFinding, first) == 32);
-static_assert(offsetof(KestrelFinding, second) == 40);
-static_assert(offsetof(KestrelFinding, textOffset) == 48);
-static_assert(offsetof(KestrelFinding, textLength) == 56);
 
 // A host may clear, copy and move the records as plain bytes.
 template <class... Records>

@@ -1,0 +1,10 @@
+// Marks the functions that the shared library exports. On ELF platforms the mark lifts hidden
+// visibility; on Windows the module definition file, made from api/exported_names.txt, exports
+// the plain names, so no decoration is needed.
+#pragma once
+
+#if defined(_WIN32)
+#define KESTREL_EXPORT
+#else
+#define KESTREL_EXPORT __attribute__((visibility("default")))
+#endif
