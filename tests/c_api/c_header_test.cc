@@ -23,6 +23,8 @@ namespace {
 static_assert(alignof(KestrelStream) == 8 && alignof(KestrelRequest) == 8);
 static_assert(alignof(KestrelTrack) == 8 && alignof(KestrelService) == 8);
 static_assert(alignof(KestrelFinding) == 8);
+static_assert(sizeof(KestrelStream::reserved) == 6 && sizeof(KestrelRequest::reserved) == 2);
+static_assert(sizeof(KestrelService::reserved) == 5);
 static_assert(sizeof(KestrelTrack) == sizeof(TrackSlot));
 static_assert(KESTREL_SLOTS == kSlotCount);
 
