@@ -1,50 +1,61 @@
-// One libuv loop per child. Three handles live in it: the process, the pipe from its standard
-// output and the timer. The loop ends when all three are closed, which is when the child was reaped
-// and its output is complete, or when it was killed.
+// One libuv loop per child, which runs while an answer is waited for. Four handles live in it: the
+// process, a pipe to its standard input, one from its standard output, and the timer. The child is
+// done with when it was reaped and its output is complete, or when it was killed.
 #include "host/child_process.h"
 
+#include <sys/socket.h>
 #include <uv.h>
 
 #include <array>
 #include <csignal>
 #include <string>
+#include <utility>
 
 #include "host/not_examined.h"
 
 namespace kestrel::host {
-namespace {
 
-class ChildRun {
+class ChildProcess::Run {
  public:
-  explicit ChildRun(const ChildCommand& command) : command_(command) {
+  explicit Run(const std::vector<std::string>& words) {
     uv_loop_init(&loop_);
-    uv_pipe_init(&loop_, &pipe_, 0);
+    uv_pipe_init(&loop_, &input_, 0);
+    uv_pipe_init(&loop_, &output_, 0);
     uv_timer_init(&loop_, &timer_);
-    pipe_.data = timer_.data = process_.data = this;
-  }
-  ChildRun(const ChildRun&) = delete;
-  ChildRun& operator=(const ChildRun&) = delete;
-  ~ChildRun() { uv_loop_close(&loop_); }
-
-  ChildOutcome run() {
-    const int error = spawn();
-    if (error == 0) {
-      startHandles();
-    } else {
-      closeAll();
-    }
-    uv_run(&loop_, UV_RUN_DEFAULT);
-    if (error != 0) {
+    input_.data = output_.data = timer_.data = process_.data = this;
+    if (const int error = spawn(words); error != 0) {
+      isReaped_ = true;
+      end();
       throw NotExamined("reader-failed",
                         "the reader cannot be started: " + std::string(uv_strerror(error)));
     }
-    return outcome_;
+    uv_read_start(streamOf(output_), onBufferWanted, onRead);
+  }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
+  ~Run() { end(); }
+
+  ChildOutcome ask(const ChildRequest& request) {
+    outcome_ = {ChildEnd::kExited, 0, {}};
+    outputLimit_ = request.outputLimit;
+    send(request.text);
+    uv_update_time(&loop_);  // it stood still since the last answer
+    uv_timer_start(&timer_, onTimer, static_cast<std::uint64_t>(request.timeLimit.count()), 0);
+    while (!hasEnded()) {
+      uv_run(&loop_, UV_RUN_ONCE);
+      if (outcome_.end == ChildEnd::kExited && request.isWhole(outcome_.output)) {
+        outcome_.end = ChildEnd::kAnswered;
+        break;
+      }
+    }
+    uv_timer_stop(&timer_);
+    return std::move(outcome_);
   }
 
  private:
   template <typename Handle>
-  static ChildRun& from(const Handle* handle) {
-    return *static_cast<ChildRun*>(handle->data);
+  static Run& from(const Handle* handle) {
+    return *static_cast<Run*>(handle->data);
   }
 
   template <typename Handle>
@@ -55,43 +66,45 @@ class ChildRun {
     }
   }
 
-  int spawn() {
-    std::vector<char*> words;
-    words.reserve(command_.words.size() + 1);
-    for (const std::string& word : command_.words) {
-      words.push_back(const_cast<char*>(word.c_str()));
+  static uv_stream_t* streamOf(uv_pipe_t& pipe) { return reinterpret_cast<uv_stream_t*>(&pipe); }
+
+  int spawn(const std::vector<std::string>& words) {
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (const std::string& word : words) {
+      pointers.push_back(const_cast<char*>(word.c_str()));
     }
-    words.push_back(nullptr);
+    pointers.push_back(nullptr);
     std::array<uv_stdio_container_t, 3> stdio{};
-    stdio[0].flags = UV_IGNORE;
+    stdio[0].flags = static_cast<uv_stdio_flags>(UV_CREATE_PIPE | UV_READABLE_PIPE);
+    stdio[0].data.stream = streamOf(input_);
     stdio[1].flags = static_cast<uv_stdio_flags>(UV_CREATE_PIPE | UV_WRITABLE_PIPE);
-    stdio[1].data.stream = stream();
+    stdio[1].data.stream = streamOf(output_);
     stdio[2].flags = UV_IGNORE;
     uv_process_options_t options{};
-    options.file = words.front();
+    options.file = pointers.front();
     options.flags = UV_PROCESS_DETACHED;  // the Ctrl-C of a terminal is not for it
-    options.args = words.data();
+    options.args = pointers.data();
     options.stdio = stdio.data();
     options.stdio_count = static_cast<int>(stdio.size());
     options.exit_cb = onExit;
     return uv_spawn(&loop_, &process_, &options);
   }
 
-  void startHandles() {
-    uv_read_start(stream(), onBufferWanted, onRead);
-    const auto limit = static_cast<std::uint64_t>(command_.timeLimit.count());
-    uv_timer_start(&timer_, onTimer, limit, 0);
+  // Not by uv_write: that raises SIGPIPE when the child has gone. Requests are short and the pipe
+  // is empty, so it goes in one piece; one that does not arrive shows by the end of the child, or
+  // by the time limit.
+  void send(const std::string& text) {
+    uv_os_fd_t descriptor = -1;
+    if (uv_fileno(reinterpret_cast<uv_handle_t*>(&input_), &descriptor) == 0) {
+      [[maybe_unused]] const ssize_t ignored =
+          ::send(descriptor, text.data(), text.size(), MSG_NOSIGNAL);
+    }
   }
 
-  uv_stream_t* stream() { return reinterpret_cast<uv_stream_t*>(&pipe_); }
+  bool hasEnded() const { return isReaped_ && isOutputComplete_; }
 
-  void closeAll() {
-    close(process_);
-    close(pipe_);
-    close(timer_);
-  }
-
-  // The pipe is closed too: a process that the child had started would hold it open.
+  // The output is closed too: a process that the child had started would hold it open.
   void kill(ChildEnd reason) {
     outcome_.end = reason;
     if (!isReaped_) {
@@ -101,15 +114,23 @@ class ChildRun {
   }
 
   void outputEnded() {
-    close(pipe_);
+    close(output_);
     isOutputComplete_ = true;
-    closeTimerWhenDone();
   }
 
-  void closeTimerWhenDone() {
-    if (isReaped_ && isOutputComplete_) {
-      close(timer_);
+  void end() {
+    if (!isReaped_) {
+      uv_process_kill(&process_, SIGKILL);
     }
+    while (!isReaped_) {
+      uv_run(&loop_, UV_RUN_ONCE);
+    }
+    close(process_);
+    close(input_);
+    close(output_);
+    close(timer_);
+    uv_run(&loop_, UV_RUN_DEFAULT);
+    uv_loop_close(&loop_);
   }
 
   void exited(std::int64_t exitCode, int signal) {
@@ -119,7 +140,6 @@ class ChildRun {
       outcome_.code = signal == 0 ? exitCode : signal;
     }
     close(process_);
-    closeTimerWhenDone();
   }
 
   void received(ssize_t count) {
@@ -127,7 +147,7 @@ class ChildRun {
       return outputEnded();
     }
     outcome_.output.append(buffer_.data(), static_cast<std::size_t>(count));
-    if (outcome_.output.size() > command_.outputLimit) {
+    if (outcome_.output.size() > outputLimit_) {
       kill(ChildEnd::kOverOutput);
     }
   }
@@ -144,19 +164,23 @@ class ChildRun {
   }
   static void onTimer(uv_timer_t* timer) { from(timer).kill(ChildEnd::kOverTime); }
 
-  const ChildCommand& command_;
   uv_loop_t loop_{};
   uv_process_t process_{};
-  uv_pipe_t pipe_{};
+  uv_pipe_t input_{};
+  uv_pipe_t output_{};
   uv_timer_t timer_{};
   std::array<char, 65536> buffer_{};
   ChildOutcome outcome_{ChildEnd::kExited, 0, {}};
+  std::size_t outputLimit_ = 0;
   bool isReaped_ = false;
   bool isOutputComplete_ = false;
 };
 
-}  // namespace
+ChildProcess::ChildProcess(const std::vector<std::string>& words)
+    : run_(std::make_unique<Run>(words)) {}
 
-ChildOutcome runChild(const ChildCommand& command) { return ChildRun(command).run(); }
+ChildProcess::~ChildProcess() = default;
+
+ChildOutcome ChildProcess::ask(const ChildRequest& request) { return run_->ask(request); }
 
 }  // namespace kestrel::host

@@ -3,7 +3,9 @@
 #include <MediaInfo/MediaInfo.h>
 #include <fcntl.h>
 
+#include <array>
 #include <clocale>
+#include <cstdint>
 
 #include "host/utf8.h"
 
@@ -11,6 +13,15 @@ namespace kestrel::host {
 namespace {
 
 using MediaInfoLib::MediaInfo;
+
+// A Wave file of two samples. To read any file makes libmediainfo build its tables.
+constexpr std::array<std::uint8_t, 48> kSmallestFile = {
+    'R', 'I', 'F', 'F', 40, 0,    0, 0, 'W', 'A', 'V', 'E',  //
+    'f', 'm', 't', ' ', 16, 0,    0, 0,                      // how long the format is
+    1,   0,   1,   0,                                        // PCM, one channel
+    128, 187, 0,   0,   0,  0x77, 1, 0,                      // 48000 Hz, 96000 bytes a second
+    2,   0,   16,  0,                                        // bytes and bits of a sample
+    'd', 'a', 't', 'a', 4,  0,    0, 0, 0,   0,   0,   0};
 
 // Absolute and without doubled slashes: libmediainfo takes a name with "://" in it for an address.
 std::filesystem::path plainPath(const std::filesystem::path& file) {
@@ -65,6 +76,13 @@ std::string declaredLayout(MediaInfo& library) {
 }
 
 }  // namespace
+
+void prepareLibmediainfo() {
+  MediaInfo library;
+  library.Open_Buffer_Init(kSmallestFile.size(), 0);
+  library.Open_Buffer_Continue(kSmallestFile.data(), kSmallestFile.size());
+  library.Open_Buffer_Finalize();
+}
 
 std::optional<RawMedia> readFieldsWithLibmediainfo(const std::filesystem::path& file,
                                                    const std::string& parseSpeed) {

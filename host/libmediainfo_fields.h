@@ -1,5 +1,5 @@
 // Reads the raw fields of a file with libmediainfo, in the calling process. The library may loop
-// for ever on a file, so the program calls this in a process of its own only (reader_process.h).
+// for ever on a file, or break down, so each file has a process of its own (reader_process.h).
 #pragma once
 
 #include <filesystem>
@@ -9,6 +9,9 @@
 #include "host/raw_media.h"
 
 namespace kestrel::host {
+
+/// Does ahead of the first file what libmediainfo does once in a process.
+void prepareLibmediainfo();
 
 /// @param parseSpeed  0 (fast, finds less) to 1, as libmediainfo takes it; empty: its default.
 ///                    It holds for the whole process from then on

@@ -6,54 +6,53 @@
 #include <optional>
 #include <utility>
 
-#include "host/child_process.h"
 #include "host/input_file.h"
 #include "host/not_examined.h"
 #include "host/raw_media_json.h"
 #include "host/reader_process.h"
+#include "host/reader_protocol.h"
 
 namespace kestrel::host {
 namespace {
-
-constexpr std::size_t kOutputLimit = 16U << 20;  // some 40 000 audio streams
 
 // At any lower speed than the default, Dolby E on two mono tracks is not found, so the default
 // comes first.
 constexpr char kDefaultSpeed[] = "";
 constexpr char kQuickSpeed[] = "0";
 
-RawMedia rawMediaOf(const ChildOutcome& outcome) {
-  switch (outcome.end) {
-    case ChildEnd::kSignalled:
-      throw NotExamined("reader-failed",
-                        fmt::format("the reader was ended by signal {}", outcome.code));
-    case ChildEnd::kOverOutput:
-      throw NotExamined("reader-failed", "the reader's answer is too long");
-    default:
-      break;
-  }
-  if (outcome.code == kReaderCannotOpen) {
-    throw NotExamined("not-opened", "cannot be opened by libmediainfo");
-  }
-  if (outcome.code != 0) {
-    throw NotExamined("reader-failed",
-                      fmt::format("the reader failed with exit code {}", outcome.code));
-  }
-  return rawMediaFromJson(outcome.output);
+[[noreturn]] void fail(const std::string& why) { throw NotExamined("reader-failed", why); }
+
+[[noreturn]] void failBySignal(std::int64_t signal) {
+  fail(fmt::format("the reader was ended by signal {}", signal));
 }
 
-// Nothing when the time limit was reached.
-std::optional<RawMedia> tryReading(const std::string& program, std::chrono::milliseconds timeLimit,
-                                   const std::filesystem::path& file, const char* parseSpeed) {
-  ChildCommand command{{program}, timeLimit, kOutputLimit};
-  for (std::string& argument : readerArguments(file, parseSpeed)) {
-    command.words.push_back(std::move(argument));
+[[noreturn]] void failByCode(std::int64_t code) {
+  fail(fmt::format("the reader failed with exit code {}", code));
+}
+
+RawMedia rawMediaOf(const ReaderAnswer& answer) {
+  if (answer.isSignalled) {
+    failBySignal(answer.code);
   }
-  const ChildOutcome outcome = runChild(command);
-  if (outcome.end == ChildEnd::kOverTime) {
-    return std::nullopt;
+  if (answer.code == kReaderCannotOpen) {
+    throw NotExamined("not-opened", "cannot be opened by libmediainfo");
   }
-  return rawMediaOf(outcome);
+  if (answer.code != 0) {
+    failByCode(answer.code);
+  }
+  return rawMediaFromJson(answer.output);
+}
+
+// The reader itself ended, not the process that it forks for a file.
+[[noreturn]] void failByEnd(const ChildOutcome& outcome) {
+  switch (outcome.end) {
+    case ChildEnd::kSignalled:
+      failBySignal(outcome.code);
+    case ChildEnd::kOverOutput:
+      fail("the reader's answer is too long");
+    default:
+      failByCode(outcome.code);
+  }
 }
 
 ReadMedia checked(RawMedia raw, const char* reader, std::string quickReason) {
@@ -68,13 +67,61 @@ ReadMedia checked(RawMedia raw, const char* reader, std::string quickReason) {
 LibmediainfoReader::LibmediainfoReader(std::string program, std::chrono::milliseconds timeLimit)
     : program_(std::move(program)), timeLimit_(timeLimit) {}
 
+std::unique_ptr<ChildProcess> LibmediainfoReader::idleChild() const {
+  const std::lock_guard lock(mutex_);
+  if (idle_.empty()) {
+    return nullptr;
+  }
+  std::unique_ptr<ChildProcess> child = std::move(idle_.back());
+  idle_.pop_back();
+  return child;
+}
+
+// An idle reader may have been ended from outside meanwhile, which says nothing about the file.
+ChildOutcome LibmediainfoReader::ask(const ChildRequest& request) const {
+  const auto hasEndedByItself = [](const ChildOutcome& outcome) {
+    return outcome.end == ChildEnd::kExited || outcome.end == ChildEnd::kSignalled;
+  };
+  std::unique_ptr<ChildProcess> child = idleChild();
+  std::optional<ChildOutcome> outcome;
+  if (child) {
+    outcome = child->ask(request);
+  }
+  if (!outcome || hasEndedByItself(*outcome)) {
+    std::vector<std::string> words = readerArguments();
+    words.insert(words.begin(), program_);
+    child = std::make_unique<ChildProcess>(words);
+    outcome = child->ask(request);
+  }
+  if (outcome->end == ChildEnd::kAnswered) {
+    const std::lock_guard lock(mutex_);
+    idle_.push_back(std::move(child));
+  }
+  return *std::move(outcome);
+}
+
+// Nothing when the time limit was reached.
+std::optional<RawMedia> LibmediainfoReader::tryReading(const std::filesystem::path& file,
+                                                       const char* parseSpeed) const {
+  const auto isWhole = [](std::string_view text) { return answerIn(text).has_value(); };
+  const ChildOutcome outcome =
+      ask({textOf(ReaderRequest{parseSpeed, file.string()}), timeLimit_, kLongestAnswer, isWhole});
+  if (outcome.end == ChildEnd::kOverTime) {
+    return std::nullopt;
+  }
+  if (outcome.end != ChildEnd::kAnswered) {
+    failByEnd(outcome);
+  }
+  return rawMediaOf(*answerIn(outcome.output));
+}
+
 ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) const {
   checkInputFile(file);
-  if (auto raw = tryReading(program_, timeLimit_, file, kDefaultSpeed)) {
+  if (auto raw = tryReading(file, kDefaultSpeed)) {
     return checked(*std::move(raw), "libmediainfo", {});
   }
   const std::chrono::duration<double> limit = timeLimit_;
-  if (auto raw = tryReading(program_, timeLimit_, file, kQuickSpeed)) {
+  if (auto raw = tryReading(file, kQuickSpeed)) {
     return checked(*std::move(raw), "libmediainfo-quick",
                    fmt::format("libmediainfo did not return within {}; the file was read in its "
                                "quick mode, which may miss Dolby E and other pair-coded audio",

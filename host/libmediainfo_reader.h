@@ -1,10 +1,16 @@
-// The reader that uses libmediainfo, in a child process with a time limit, since the library never
-// returns on some well-formed files.
+// The reader that uses libmediainfo, in child processes with a time limit, since the library never
+// returns on some well-formed files. A child that has answered waits for the next file; one that
+// has not is ended, and the next file gets a new one.
 #pragma once
 
 #include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "host/child_process.h"
 #include "host/media_reader.h"
 
 namespace kestrel::host {
@@ -18,8 +24,15 @@ class LibmediainfoReader : public MediaReader {
   ReadMedia read(const std::filesystem::path& file) const override;
 
  private:
+  std::unique_ptr<ChildProcess> idleChild() const;
+  ChildOutcome ask(const ChildRequest& request) const;
+  std::optional<RawMedia> tryReading(const std::filesystem::path& file,
+                                     const char* parseSpeed) const;
+
   std::string program_;
   std::chrono::milliseconds timeLimit_;
+  mutable std::mutex mutex_;
+  mutable std::vector<std::unique_ptr<ChildProcess>> idle_;  ///< at most one for each thread
 };
 
 }  // namespace kestrel::host

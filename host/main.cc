@@ -10,7 +10,7 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments = programArguments(argc, argv);
 #if !defined(_WIN32)
   if (isReaderCommand(arguments)) {
-    runReaderProcess(arguments);
+    runReaderProcess();
   }
 #endif
   prepareStandardStreams();

@@ -1,8 +1,11 @@
 // The child side of reading: the program, started by itself with a command that no user types,
-// reads one file with libmediainfo and writes the raw fields to its standard output as JSON.
+// reads files with libmediainfo, one at a time, and answers with their raw fields as JSON.
+//
+// It loads and prepares libmediainfo once, and then forks for each file: each is read in a process
+// of its own, which nothing that libmediainfo did with another file can have touched, and which
+// costs no start of a program.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -10,15 +13,14 @@ namespace kestrel::host {
 
 inline constexpr int kReaderCannotOpen = 3;  ///< exit code: libmediainfo cannot open the file
 
-/// The arguments that make the program a reader process of the calling process.
-std::vector<std::string> readerArguments(const std::filesystem::path& file,
-                                         const std::string& parseSpeed);
+/// The arguments that make the program a reader process.
+std::vector<std::string> readerArguments();
 
 /// Whether main's arguments, without the program's name, are those of a reader process.
 bool isReaderCommand(const std::vector<std::string>& arguments);
 
-/// Does the reading and ends the process, without running anything on the way out: libmediainfo's
-/// own clean-up is of no use to a process that ends.
-[[noreturn]] void runReaderProcess(const std::vector<std::string>& arguments);
+/// Answers the requests of the standard input (reader_protocol.h) until that ends, then ends the
+/// process. The end of the input also ends what is being read.
+[[noreturn]] void runReaderProcess();
 
 }  // namespace kestrel::host

@@ -9,6 +9,7 @@
 #include "host/inspect_file.h"
 #include "host/libmediainfo_reader.h"
 #include "host/mediainfo_json.h"
+#include "host/raw_media_json.h"
 #include "tests/host/mapping_as_text.h"
 
 namespace kestrel::host {
@@ -32,13 +33,22 @@ std::vector<std::filesystem::path> mediaFiles() {
 }
 
 RawMedia mediaByJson(const std::filesystem::path& file) {
-  const ChildOutcome outcome =
-      runChild({{"mediainfo", "--Output=JSON", "-f", file.string()}, 60s, 16U << 20});
+  const auto untilItsEnd = [](std::string_view /*text*/) { return false; };
+  const ChildOutcome outcome = ChildProcess({"mediainfo", "--Output=JSON", "-f", file.string()})
+                                   .ask({"", 60s, 16U << 20, untilItsEnd});
   return mediaFromMediainfoJson(outcome.output).at(0).media;
 }
 
 RawMedia mediaByLibrary(const std::filesystem::path& file) {
   return LibmediainfoReader(KESTREL_PROGRAM, 60s).read(file).raw;
+}
+
+// Read by a reader process that has read all files before it, and by one of its own.
+TEST(BackEndsTest, noFileChangesTheReadingOfAnother) {
+  const LibmediainfoReader shared(KESTREL_PROGRAM, 60s);
+  for (const auto& file : mediaFiles()) {
+    EXPECT_EQ(rawMediaToJson(shared.read(file).raw), rawMediaToJson(mediaByLibrary(file))) << file;
+  }
 }
 
 TEST(BackEndsTest, bothGiveTheSameRecordsForEveryFile) {

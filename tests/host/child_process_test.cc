@@ -22,8 +22,15 @@ using namespace std::chrono_literals;
 constexpr auto kLong = 1h;
 constexpr auto kShort = 50ms;
 
+bool never(std::string_view /*text*/) { return false; }
+bool isLine(std::string_view text) { return text.ends_with('\n'); }
+
+ChildOutcome run(const std::vector<std::string>& words, std::chrono::milliseconds timeLimit) {
+  return ChildProcess(words).ask({"", timeLimit, 1U << 20, never});
+}
+
 ChildOutcome runShell(const std::string& script, std::chrono::milliseconds timeLimit = kLong) {
-  return runChild({{"/bin/sh", "-c", script}, timeLimit, 1u << 20});
+  return run({"/bin/sh", "-c", script}, timeLimit);
 }
 
 TEST(ChildProcessTest, theOutputAndTheExitCodeComeBack) {
@@ -35,7 +42,7 @@ TEST(ChildProcessTest, theOutputAndTheExitCodeComeBack) {
 
 TEST(ChildProcessTest, argumentsArriveAsTheyAre) {
   const ChildOutcome outcome =
-      runChild({{"/bin/sh", "-c", "printf '%s|' \"$@\"", "sh", "a b", "", "c\nd", "'"}, kLong, 99});
+      run({"/bin/sh", "-c", "printf '%s|' \"$@\"", "sh", "a b", "", "c\nd", "'"}, kLong);
   EXPECT_EQ(outcome.output, "a b||c\nd|'|");
 }
 
@@ -45,7 +52,42 @@ TEST(ChildProcessTest, muchOutputComesWhole) {
   EXPECT_EQ(outcome.output.size(), 1000000u);
 }
 
-TEST(ChildProcessTest, itsInputIsEmpty) { EXPECT_EQ(runShell("cat; echo end").output, "end\n"); }
+TEST(ChildProcessTest, itAnswersOneRequestAfterAnother) {
+  ChildProcess child({"/bin/sh", "-c", "while read -r word; do echo \"<$word>\"; done"});
+  for (const char* word : {"one", "two", "three"}) {
+    const ChildOutcome outcome = child.ask({word + std::string("\n"), kLong, 99, isLine});
+    EXPECT_EQ(outcome.end, ChildEnd::kAnswered);
+    EXPECT_EQ(outcome.output, "<" + std::string(word) + ">\n");
+  }
+}
+
+TEST(ChildProcessTest, aWholeAnswerThatComesInPiecesIsWaitedFor) {
+  const auto isSix = [](std::string_view text) { return text.size() == 6; };
+  ChildProcess child({"/bin/sh", "-c", "printf abc; read -r word; printf \"$word\"; cat"});
+  const ChildOutcome outcome = child.ask({"def\n", kLong, 99, isSix});
+  EXPECT_EQ(outcome.end, ChildEnd::kAnswered);
+  EXPECT_EQ(outcome.output, "abcdef");
+}
+
+TEST(ChildProcessTest, theTimeLimitIsThatOfEachAnswer) {
+  ChildProcess child({"/bin/sh", "-c", "read -r word; echo; exec tail -f /dev/null"});
+  EXPECT_EQ(child.ask({"1\n", kLong, 99, isLine}).end, ChildEnd::kAnswered);
+  EXPECT_EQ(child.ask({"2\n", kShort, 99, isLine}).end, ChildEnd::kOverTime);
+}
+
+TEST(ChildProcessTest, aChildThatHasEndedDoesNotAnswer) {
+  ChildProcess child({"/bin/sh", "-c", "echo; exit 3"});
+  EXPECT_EQ(child.ask({"", kLong, 99, never}).end, ChildEnd::kExited);
+  EXPECT_EQ(child.ask({"again", kLong, 99, isLine}).end, ChildEnd::kExited);
+}
+
+TEST(ChildProcessTest, whatAskingRaisesEndsTheChild) {
+  const auto raises = [](std::string_view text) -> bool {
+    return text.empty() ? false : throw NotExamined("id", "sentence");
+  };
+  ChildProcess child({"/bin/sh", "-c", "echo; exec tail -f /dev/null"});
+  EXPECT_THROW(child.ask({"", kLong, 99, raises}), NotExamined);
+}
 
 TEST(ChildProcessTest, aSignalIsToldFromAnExit) {
   const ChildOutcome outcome = runShell("kill -SEGV $$");
@@ -71,8 +113,8 @@ TEST(ChildProcessTest, aChildOverItsOutputIsKilled) {
 }
 
 TEST(ChildProcessTest, aProgramThatIsNotThereIsAnError) {
-  EXPECT_THROW(runChild({{"/no/such/program"}, kLong, 1}), NotExamined);
-  EXPECT_THROW(runChild({{"/"}, kLong, 1}), NotExamined);
+  EXPECT_THROW(run({"/no/such/program"}, kLong), NotExamined);
+  EXPECT_THROW(run({"/"}, kLong), NotExamined);
 }
 
 TEST(ChildProcessTest, manyThreadsMayCallAtOnce) {

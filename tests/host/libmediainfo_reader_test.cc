@@ -2,10 +2,15 @@
 #include "host/libmediainfo_reader.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <thread>
 
 #include "host/expectation.h"
 #include "host/not_examined.h"
 #include "tests/host/mapping_as_text.h"
+#include "tests/host/program_run.h"
 #include "tests/host/temporary_directory.h"
 
 namespace kestrel::host {
@@ -156,6 +161,39 @@ TEST(LibmediainfoReaderTest, aFileOnWhichTheReaderHangsIsReadAgainInAQuickWay) {
   EXPECT_EQ(mappingAsText(mapMedia(read.raw)), repeated(4, 2001, " [] 1x48000/24"));
 }
 
+TEST(LibmediainfoReaderTest, aFileThatIsOverTheTimeLimitDoesNotTouchTheNext) {
+  const LibmediainfoReader reader(KESTREL_PROGRAM, 1s);
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(reader.read(kMedia / "mxf_reader_never_returns.mxf").reader, "libmediainfo-quick");
+    const ReadMedia next = reader.read(kMedia / "mxf_8ch_dolby_e_split.mxf");
+    EXPECT_EQ(next.reader, "libmediainfo");
+    EXPECT_EQ(mapMedia(next.raw).streams.size(), 8u);
+  }
+}
+
+TEST(LibmediainfoReaderTest, aReaderThatWasEndedWhileIdleIsReplaced) {
+  const LibmediainfoReader reader(KESTREL_PROGRAM, 60s);
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(reader.read(kMedia / "wav_mono.wav").raw.container, "Wave");
+    const std::vector<pid_t> children = childrenOf(::getpid());
+    ASSERT_EQ(children.size(), 1u);
+    ::kill(children.front(), SIGKILL);
+  }
+}
+
+TEST(LibmediainfoReaderTest, threadsShareIt) {
+  const LibmediainfoReader reader(KESTREL_PROGRAM, 60s);
+  std::vector<std::string> containers(8);
+  {
+    std::vector<std::jthread> threads;
+    for (std::string& container : containers) {
+      threads.emplace_back([&] { container = reader.read(kMedia / "wav_mono.wav").raw.container; });
+    }
+  }
+  EXPECT_EQ(containers, Texts(8, "Wave"));
+  EXPECT_EQ(reader.read(kMedia / "mxf_8mono.mxf").raw.container, "MXF");
+}
+
 TEST(LibmediainfoReaderTest, aFileThatReadsWellHasNoWarning) {
   const ReadMedia read = readFile(kMedia / "mxf_8mono.mxf");
   EXPECT_EQ(read.reader, "libmediainfo");
@@ -187,8 +225,15 @@ TEST(LibmediainfoReaderTest, aReaderProcessThatGoesWrongIsSaid) {
     return path.string();
   };
   EXPECT_EQ(failureOf("/bin/false", 60s), "the reader failed with exit code 1");
-  EXPECT_EQ(failureOf("/bin/echo", 60s), "the reader's answer cannot be understood");
-  EXPECT_EQ(failureOf(script("yes", "exec yes"), 60s), "the reader's answer is too long");
+  EXPECT_EQ(failureOf("/bin/echo", 60s), "the reader does not answer in its form");
+  EXPECT_EQ(failureOf(script("no json", "echo exited 0 3; printf abc; cat >/dev/null"), 60s),
+            "the reader's answer cannot be understood");
+  EXPECT_EQ(failureOf(script("crash", "echo signalled 11 0; cat >/dev/null"), 60s),
+            "the reader was ended by signal 11");
+  EXPECT_EQ(failureOf(script("failure", "echo exited 9 0; cat >/dev/null"), 60s),
+            "the reader failed with exit code 9");
+  EXPECT_EQ(failureOf(script("much", "echo exited 0 99999999; exec yes"), 60s),
+            "the reader's answer is too long");
   EXPECT_EQ(failureOf(script("killed", "kill -KILL $$"), 60s), "the reader was ended by signal 9");
   EXPECT_EQ(failureOf(script("endless", "exec tail -f /dev/null"), 50ms),
             "libmediainfo did not return within the time limit of 0.05s, twice");

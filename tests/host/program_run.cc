@@ -12,6 +12,9 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 
 namespace kestrel::host {
@@ -121,6 +124,16 @@ ProgramRun runProgramProcess(const std::vector<std::string>& arguments, const Ru
   ::waitpid(child, &status, 0);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
           options.outputFile.empty() ? contentOf(output.get()) : "", contentOf(errors.get())};
+}
+
+std::vector<pid_t> childrenOf(pid_t parent) {
+  std::vector<pid_t> children;
+  for (const auto& thread :
+       std::filesystem::directory_iterator("/proc/" + std::to_string(parent) + "/task")) {
+    std::ifstream list(thread.path() / "children");
+    children.insert(children.end(), std::istream_iterator<pid_t>(list), {});
+  }
+  return children;
 }
 
 }  // namespace kestrel::host

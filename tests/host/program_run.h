@@ -1,6 +1,8 @@
 // Runs the program as a user does: a process, its exit code and its two outputs.
 #pragma once
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
@@ -35,5 +37,8 @@ ProgramRun runProgramOnTerminal(const std::vector<std::string>& arguments,
 
 ProgramRun runProgramProcess(const std::vector<std::string>& arguments,
                              const RunOptions& options = {});
+
+/// The processes whose parent is the given one, first come first.
+std::vector<pid_t> childrenOf(pid_t parent);
 
 }  // namespace kestrel::host

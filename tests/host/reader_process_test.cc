@@ -1,14 +1,20 @@
+// The reader process as its parent sees it: requests in, answers out.
 #include "host/reader_process.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/inotify.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <thread>
 
+#include "host/child_process.h"
 #include "host/raw_media_json.h"
+#include "host/reader_protocol.h"
 #include "tests/host/program_run.h"
 #include "tests/host/temporary_directory.h"
 
@@ -16,74 +22,118 @@ namespace kestrel::host {
 namespace {
 
 const std::filesystem::path kMedia = KESTREL_TEST_MEDIA;
+constexpr char kHanging[] = "mxf_reader_never_returns.mxf";
+
+std::vector<std::string> readerWords() {
+  std::vector<std::string> words = readerArguments();
+  words.insert(words.begin(), KESTREL_PROGRAM);
+  return words;
+}
+
+ReaderAnswer ask(ChildProcess& reader, const std::string& file) {
+  const auto isWhole = [](std::string_view text) { return answerIn(text).has_value(); };
+  const ChildOutcome outcome =
+      reader.ask({textOf(ReaderRequest{"", file}), std::chrono::hours(1), 1U << 20, isWhole});
+  EXPECT_EQ(outcome.end, ChildEnd::kAnswered);
+  return answerIn(outcome.output).value_or(ReaderAnswer{true, -1, {}});
+}
+
+// Waits until a file is opened.
+class OpenWatch {
+ public:
+  explicit OpenWatch(const std::filesystem::path& file) {
+    EXPECT_GE(::inotify_add_watch(watch_, file.c_str(), IN_OPEN), 0);
+  }
+  OpenWatch(const OpenWatch&) = delete;
+  OpenWatch& operator=(const OpenWatch&) = delete;
+  ~OpenWatch() { ::close(watch_); }
+
+  void wait() const {
+    inotify_event opened{};
+    EXPECT_GT(::read(watch_, &opened, sizeof opened), 0);
+  }
+
+ private:
+  int watch_ = ::inotify_init1(IN_CLOEXEC);
+};
 
 TEST(ReaderProcessTest, onlyTheWholeCommandIsOne) {
-  std::vector<std::string> arguments = readerArguments("file", "");
+  std::vector<std::string> arguments = readerArguments();
   EXPECT_TRUE(isReaderCommand(arguments));
-  arguments.push_back("more");
-  EXPECT_FALSE(isReaderCommand(arguments));
-  arguments.resize(3);
+  arguments.emplace_back("more");
   EXPECT_FALSE(isReaderCommand(arguments));
   EXPECT_FALSE(isReaderCommand({}));
-  EXPECT_FALSE(isReaderCommand({"inspect", "a", "b", "c"}));
+  EXPECT_FALSE(isReaderCommand({"inspect"}));
 }
 
-TEST(ReaderProcessTest, writesTheFieldsOfItsFile) {
-  const ProgramRun run = runProgramProcess(readerArguments(kMedia / "wav_51back.wav", ""));
+TEST(ReaderProcessTest, answersWithTheFieldsOfEachFile) {
+  ChildProcess reader(readerWords());
+  for (int round = 0; round < 2; ++round) {
+    const ReaderAnswer answer = ask(reader, kMedia / "wav_51back.wav");
+    EXPECT_FALSE(answer.isSignalled);
+    EXPECT_EQ(answer.code, 0);
+    const RawMedia media = rawMediaFromJson(answer.output);
+    EXPECT_EQ(media.container, "Wave");
+    ASSERT_EQ(media.audioStreams.size(), 1u);
+    EXPECT_EQ(media.audioStreams[0].channelLayout, "L R C LFE Lb Rb");
+    EXPECT_EQ(ask(reader, "/no/such/file").code, kReaderCannotOpen);
+  }
+}
+
+TEST(ReaderProcessTest, endsWithItsInput) {
+  RunOptions noInput;
+  noInput.inputFile = "/dev/null";
+  const ProgramRun run = runProgramProcess(readerArguments(), noInput);
   EXPECT_EQ(run.exitCode, 0);
-  EXPECT_EQ(run.errors, "");
-  const RawMedia media = rawMediaFromJson(run.output);
-  EXPECT_EQ(media.container, "Wave");
-  ASSERT_EQ(media.audioStreams.size(), 1u);
-  EXPECT_EQ(media.audioStreams[0].channelLayout, "L R C LFE Lb Rb");
+  EXPECT_EQ(run.output + run.errors, "");
 }
 
-TEST(ReaderProcessTest, aFileThatCannotBeOpenedHasItsOwnExitCode) {
-  EXPECT_EQ(runProgramProcess(readerArguments("/no/such/file", "")).exitCode, kReaderCannotOpen);
+// The reader never returns from this file. That it has opened it tells that it is at work.
+TEST(ReaderProcessTest, aFileWhoseReadingBreaksDownIsSaidAndTheNextOneIsRead) {
+  const TemporaryDirectory directory;
+  const std::filesystem::path file = directory / "file.mxf";
+  std::filesystem::copy_file(kMedia / kHanging, file);
+  const OpenWatch watch(file);
+  ChildProcess reader(readerWords());
+  const std::vector<pid_t> readers = childrenOf(::getpid());
+  ASSERT_EQ(readers.size(), 1u);
+  const std::jthread breaker([&] {
+    watch.wait();
+    const std::vector<pid_t> atWork = childrenOf(readers.front());
+    ASSERT_EQ(atWork.size(), 1u);
+    ::kill(atWork.front(), SIGSEGV);
+  });
+  const ReaderAnswer broken = ask(reader, file);
+  EXPECT_TRUE(broken.isSignalled);
+  EXPECT_EQ(broken.code, SIGSEGV);
+  EXPECT_EQ(ask(reader, kMedia / "wav_51back.wav").code, 0);
 }
 
-TEST(ReaderProcessTest, doesNothingForAnotherProcessThanItsParent) {
-  std::vector<std::string> arguments = readerArguments(kMedia / "wav_51back.wav", "");
-  arguments[1] = "1";
-  const ProgramRun run = runProgramProcess(arguments);
-  EXPECT_EQ(run.exitCode, 1);
-  EXPECT_EQ(run.output, "");
+[[noreturn]] void askAndWait(const std::filesystem::path& file) {
+  ChildProcess reader(readerWords());
+  ask(reader, file);
+  ::_exit(0);
 }
 
-[[noreturn]] void startReaderAndWait(const std::filesystem::path& file) {
-  const std::vector<std::string> arguments = readerArguments(file, "");
-  if (::fork() == 0) {
-    ::execl(KESTREL_PROGRAM, KESTREL_PROGRAM, arguments[0].c_str(), arguments[1].c_str(),
-            arguments[2].c_str(), arguments[3].c_str(), nullptr);
-    ::_exit(127);
-  }
-  for (;;) {
-    ::pause();
-  }
-}
-
-// The reader never returns from this file. That it has opened it tells that it is past its start;
-// the end of `alive`, which the parent and the reader alone hold open, tells that both are gone.
+// The end of `alive`, which the parent, the reader and its fork alone hold open, tells that all are
+// gone.
 TEST(ReaderProcessTest, doesNotOutliveItsParent) {
   const TemporaryDirectory directory;
   const std::filesystem::path file = directory / "file.mxf";
-  std::filesystem::copy_file(kMedia / "mxf_reader_never_returns.mxf", file);
-  const int watch = ::inotify_init1(IN_CLOEXEC);
-  ASSERT_GE(::inotify_add_watch(watch, file.c_str(), IN_OPEN), 0);
+  std::filesystem::copy_file(kMedia / kHanging, file);
+  const OpenWatch watch(file);
   std::array<int, 2> alive{};
   ASSERT_EQ(::pipe(alive.data()), 0);
   const pid_t parent = ::fork();
   if (parent == 0) {
-    startReaderAndWait(file);
+    askAndWait(file);
   }
   ::close(alive[1]);
-  inotify_event opened{};
-  ASSERT_GT(::read(watch, &opened, sizeof opened), 0);
+  watch.wait();
   ::kill(parent, SIGKILL);
   ::waitpid(parent, nullptr, 0);
   char unit = 0;
   EXPECT_EQ(::read(alive[0], &unit, 1), 0);
-  ::close(watch);
   ::close(alive[0]);
 }
 

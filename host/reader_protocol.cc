@@ -1,0 +1,87 @@
+#include "host/reader_protocol.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+
+#include "host/not_examined.h"
+#include "host/text_parts.h"
+
+namespace kestrel::host {
+namespace {
+
+constexpr std::string_view kExited = "exited ";
+constexpr std::string_view kSignalled = "signalled ";
+constexpr std::size_t kLongestHead = 64;
+
+[[noreturn]] void reject() {
+  throw NotExamined("reader-failed", "the reader does not answer in its form");
+}
+
+struct Head {
+  bool isSignalled = false;
+  int code = 0;
+  std::uint64_t size = 0;
+};
+
+Head headIn(std::string_view line) {
+  const bool isSignalled = takeText(line, kSignalled);
+  if (!isSignalled && !takeText(line, kExited)) {
+    reject();
+  }
+  const auto code = takeNumber<int>(line);
+  const bool isBlank = takeText(line, " ");
+  const auto size = takeNumber<std::uint64_t>(line);
+  if (!code || !isBlank || !size || !line.empty()) {
+    reject();
+  }
+  return {isSignalled, *code, *size};
+}
+
+}  // namespace
+
+std::string textOf(const ReaderRequest& request) {
+  std::string text = request.parseSpeed.c_str();
+  text.append(1, '\0').append(request.file.c_str()).append(1, '\0');
+  return text;
+}
+
+std::optional<ReaderRequest> takeRequest(std::string& text) {
+  const std::size_t speedEnd = text.find('\0');
+  const std::size_t fileEnd =
+      speedEnd == std::string::npos ? speedEnd : text.find('\0', speedEnd + 1);
+  if (fileEnd == std::string::npos) {
+    return std::nullopt;
+  }
+  ReaderRequest request{text.substr(0, speedEnd),
+                        text.substr(speedEnd + 1, fileEnd - speedEnd - 1)};
+  text.erase(0, fileEnd + 1);
+  return request;
+}
+
+std::string textOf(const ReaderAnswer& answer) {
+  return fmt::format("{}{} {}\n", answer.isSignalled ? kSignalled : kExited, answer.code,
+                     answer.output.size()) +
+         answer.output;
+}
+
+std::optional<ReaderAnswer> answerIn(std::string_view text) {
+  const std::size_t headEnd = text.substr(0, kLongestHead).find('\n');
+  if (headEnd == std::string_view::npos) {
+    if (text.size() >= kLongestHead) {
+      reject();
+    }
+    return std::nullopt;
+  }
+  const Head head = headIn(text.substr(0, headEnd));
+  text.remove_prefix(headEnd + 1);
+  if (text.size() > head.size) {
+    reject();
+  }
+  if (text.size() < head.size) {
+    return std::nullopt;
+  }
+  return ReaderAnswer{head.isSignalled, head.code, std::string(text)};
+}
+
+}  // namespace kestrel::host
