@@ -82,7 +82,8 @@ InspectOptions inspectOptions(const InspectArguments& arguments) {
   options.checkLabels = !arguments.skipLabels;
   options.reportAll = arguments.reportAll;
   options.isStrict = arguments.isStrict;
-  options.reader = platformReader(std::chrono::seconds(arguments.timeout));
+  options.timeLimit = std::chrono::seconds(arguments.timeout);
+  options.reader = platformReader(options.timeLimit);
   return options;
 }
 

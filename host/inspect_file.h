@@ -1,6 +1,7 @@
 // The examination of one file: read, mapped, held against what is expected, identified.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -17,7 +18,8 @@ struct InspectOptions {
   std::string surroundChannelOrder = "L R C LFE Ls Rs";
   bool checkLabels = true;
   bool reportAll = false;
-  bool isStrict = false;  ///< warnings fail too
+  bool isStrict = false;               ///< warnings fail too
+  std::chrono::seconds timeLimit{30};  ///< that the reader has, for the record
   /// Not null. It may be shared by any number of threads.
   std::shared_ptr<const MediaReader> reader;
 };

@@ -5,8 +5,10 @@
 
 #include <map>
 #include <nlohmann/json.hpp>
+#include <unordered_map>
 #include <utility>
 
+#include "host/file_place.h"
 #include "host/html_page.h"
 #include "host/json_lines.h"
 #include "host/result_json.h"
@@ -43,10 +45,16 @@ class Report {
 
  private:
   void add(const Json& document) {
-    sections_[fileNameIn(document)] = htmlSection(document, ++number_, /*isOpen=*/false);
+    const std::string file = fileNameIn(document);
+    HtmlSection section = htmlSection(document, ++number_, /*isOpen=*/false);
+    std::string& name = names_[placeOf(pathFromUtf8(file))];
+    sections_.erase(name);
+    name = file;
+    sections_.insert_or_assign(file, std::move(section));
   }
 
   std::map<std::string, HtmlSection> sections_;
+  std::unordered_map<std::string, std::string> names_;  // of each place, the last
   std::size_t number_ = 0;
   ReportPage page_;
 };

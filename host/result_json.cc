@@ -94,7 +94,7 @@ void to_json(Json& json, const DeclaredLayout& declared) {
 
 void to_json(Json& json, const Expectation& expectation) {
   json = {{"kind", expectation.kind},
-          {"text", expectation.text},
+          {"text", asUtf8(expectation.text)},
           {"item", orNull(expectation.item)},
           {"code", expectation.code},
           {"description", expectation.description}};
@@ -192,6 +192,8 @@ Json toJson(const FileResult& result) {
   json["findings"] = result.findings;
   return json;
 }
+
+Json toJson(const Expectation& expectation) { return Json(expectation); }
 
 std::string fileNameIn(const Json& document) {
   const auto bytes = document.find("fileBytes");

@@ -14,6 +14,8 @@ inline constexpr char kResultSchema[] = "kestrel-result-1";
 /// UTF-8 stands with U+FFFD in "file" and exactly, as hexadecimal digits, in "fileBytes".
 nlohmann::ordered_json toJson(const FileResult& result);
 
+nlohmann::ordered_json toJson(const Expectation& expectation);
+
 /// The bytes of the file's name in such a document.
 std::string fileNameIn(const nlohmann::ordered_json& document);
 

@@ -17,6 +17,7 @@
 #include "host/scan_files.h"
 #include "host/scan_identity.h"
 #include "host/scan_interrupt.h"
+#include "host/scan_options.h"
 #include "host/scan_resume.h"
 #include "host/scan_summary.h"
 #include "host/scan_workers.h"
@@ -46,7 +47,10 @@ JsonLinesFile openOutput(const fs::path& output) {
 class Scan {
  public:
   explicit Scan(const ScanRequest& request)
-      : request_(request), found_(findFiles(request)), output_(openOutput(request.output)) {}
+      : request_(request),
+        options_(optionsOf(request.inspect)),
+        found_(findFiles(request)),
+        output_(openOutput(request.output)) {}
 
   ExitCode run() {
     skipWhatIsDone();
@@ -66,7 +70,7 @@ class Scan {
       return;
     }
     if (request_.resume) {
-      output_.mend(removeDone(request_.output, found_.files, summary_));
+      output_.mend(removeDone(request_.output, request_.inspect, found_.files, summary_));
     } else if (std::error_code error; fs::file_size(request_.output, error) > 0 && !error) {
       throw UsageError(fmt::format("\"{}\" holds something already; --resume goes on with results",
                                    printable(utf8FromPath(request_.output))));
@@ -83,6 +87,7 @@ class Scan {
     }
     nlohmann::ordered_json document = toJson(result);
     document[kIdentityMember] = std::move(identity);
+    document[kOptionsMember] = options_;
     const std::string line = document.dump();
     const std::lock_guard lock(mutex_);
     output_.append(line);
@@ -105,6 +110,7 @@ class Scan {
   }
 
   const ScanRequest& request_;
+  const nlohmann::ordered_json options_;
   ScanFiles found_;
   JsonLinesFile output_;
   ScanSummary summary_;

@@ -10,6 +10,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "host/file_place.h"
 #include "host/utf8.h"
 
 namespace kestrel::host {
@@ -102,17 +103,5 @@ bool hasMediaExtension(const fs::path& file) {
 }
 
 std::string mediaExtensions() { return fmt::format("{}", fmt::join(kMediaExtensions, " ")); }
-
-std::string placeOf(const fs::path& path) {
-  std::error_code error;
-  const fs::path whole = fs::absolute(path, error);
-  fs::path place;
-  for (const fs::path& part : error ? path : whole) {
-    if (part != "." && !part.empty()) {
-      place /= part;
-    }
-  }
-  return place.string();
-}
 
 }  // namespace kestrel::host

@@ -24,8 +24,4 @@ bool hasMediaExtension(const std::filesystem::path& file);
 /// The extensions, each with its dot, separated by blanks.
 std::string mediaExtensions();
 
-/// The same text for two names of one place: absolute, without "." and doubled slashes. ".." stays,
-/// since what stands before it may be a link.
-std::string placeOf(const std::filesystem::path& path);
-
 }  // namespace kestrel::host

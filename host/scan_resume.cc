@@ -1,12 +1,18 @@
 #include "host/scan_resume.h"
 
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
+#include "host/file_place.h"
 #include "host/result_json.h"
-#include "host/scan_files.h"
 #include "host/scan_identity.h"
+#include "host/scan_options.h"
+#include "host/usage_error.h"
+#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {
@@ -14,45 +20,66 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-class DoneFiles {
+class EarlierResults {
  public:
-  explicit DoneFiles(const std::vector<std::string>& files) : isDone_(files.size()) {
+  EarlierResults(const std::vector<std::string>& files, const InspectOptions& options)
+      : options_(optionsOf(options)), facts_(files.size()) {
     for (std::size_t index = 0; index < files.size(); ++index) {
       places_.emplace(placeOf(files[index]), index);
     }
   }
 
-  /// Whether the document is the result of a file of the scan as that file is now.
-  bool take(const Json& document) {
-    const fs::path file = fileNameIn(document);
-    const auto place = places_.find(placeOf(file));
-    const auto identity = document.find(kIdentityMember);
-    if (place == places_.end() || isDone_[place->second] || identity == document.end()) {
-      return false;
+  void take(const Json& document) {
+    const auto options = document.find(kOptionsMember);
+    if (options != document.end() && differences_.empty()) {
+      differences_ = differingOptions(*options, options_);
     }
-    isDone_[place->second] = *identity == identityOf(file);
-    return isDone_[place->second];
+    const fs::path file = fileNameIn(document);
+    if (const auto place = places_.find(placeOf(file)); place != places_.end()) {
+      facts_[place->second] =
+          stillHolds(document, file) ? std::optional(factsOf(document)) : std::nullopt;
+    }
   }
 
-  bool isDone(std::size_t index) const { return isDone_[index]; }
+  /// Of the first line that has other options.
+  const std::vector<std::string>& differences() const { return differences_; }
+
+  /// Nothing for a file that is to be examined.
+  const std::optional<ResultFacts>& facts(std::size_t index) const { return facts_[index]; }
 
  private:
-  std::vector<bool> isDone_;
+  bool stillHolds(const Json& document, const fs::path& file) const {
+    const auto identity = document.find(kIdentityMember);
+    return identity != document.end() && *identity == identityOf(file) &&
+           isLasting(document, options_);
+  }
+
+  Json options_;
+  std::vector<std::string> differences_;
+  std::vector<std::optional<ResultFacts>> facts_;
   std::unordered_map<std::string, std::size_t> places_;
 };
 
 }  // namespace
 
-JsonLinesEnd removeDone(const fs::path& results, std::vector<std::string>& files,
-                        ScanSummary& summary) {
-  DoneFiles done(files);
-  const JsonLinesEnd end = readJsonLines(results, [&](const Json& document) {
-    if (done.take(document)) {
-      summary.add(factsOf(document));
-    }
-  });
+JsonLinesEnd removeDone(const fs::path& results, const InspectOptions& options,
+                        std::vector<std::string>& files, ScanSummary& summary) {
+  EarlierResults earlier(files, options);
+  const JsonLinesEnd end =
+      readJsonLines(results, [&](const Json& document) { earlier.take(document); });
+  if (!earlier.differences().empty()) {
+    throw UsageError(fmt::format(
+        "\"{}\" holds results of other options ({}): go on with those, or take another file",
+        printable(utf8FromPath(results)), fmt::join(earlier.differences(), ", ")));
+  }
   std::size_t index = 0;
-  std::erase_if(files, [&](const std::string&) { return done.isDone(index++); });
+  std::erase_if(files, [&](const std::string&) {
+    const std::optional<ResultFacts>& facts = earlier.facts(index++);
+    if (facts) {
+      summary.add(*facts);
+    }
+    return facts.has_value();
+  });
   return end;
 }
 

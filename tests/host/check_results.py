@@ -56,6 +56,21 @@ def check_documents(validator, program, media):
     return count
 
 
+def check_lines(validator, program, media):
+    count = 0
+    for options in EXPECTATIONS:
+        words = [program, "scan", "--timeout", "1", "-q", *options, str(media), "/no/such/file"]
+        run = subprocess.run(words, capture_output=True, check=False)
+        for line in run.stdout.splitlines():
+            document = json.loads(line)
+            validator.validate(document)
+            for name in ("identity", "options"):
+                assert is_refused(validator, {**document, name: {}}), f"{name} may be empty"
+            count += 1
+    assert count > 100, count
+    return count
+
+
 def is_refused(validator, document):
     return not validator.is_valid(document)
 
@@ -78,6 +93,7 @@ def main(program, media, schema):
     jsonschema.Draft7Validator.check_schema(schema)
     validator = jsonschema.Draft7Validator(schema)
     count = check_documents(validator, program, pathlib.Path(media))
+    count += check_lines(validator, program, pathlib.Path(media))
     _, document = inspect(program, [str(pathlib.Path(media) / "as11_8b_mca.mxf")], [])
     check_near_misses(validator, document)
     print(f"{count} documents are valid")

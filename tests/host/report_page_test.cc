@@ -55,6 +55,26 @@ TEST_F(ReportPageTest, theLastResultOfAFileCounts) {
   EXPECT_EQ(count(html, "data-verdict=\"does-not-conform\""), 1U);
 }
 
+TEST_F(ReportPageTest, aFileIsTheSameByWhateverName) {
+  Json newer = conformingDocument();
+  newer["file"] = "./dir//good.mov";
+  newer["verdict"]["result"] = "does-not-conform";
+  Json older = conformingDocument();
+  older["file"] = "dir/good.mov";
+  const std::string html = report(line(older) + line(codedDocument()) + line(newer)).html;
+  EXPECT_EQ(count(html, "<section class=\"file\""), 2U);
+  EXPECT_EQ(count(html, "data-verdict=\"conforms\""), 0U);
+  EXPECT_EQ(count(html, "<bdi>./dir//good.mov</bdi>"), 1U);
+}
+
+TEST_F(ReportPageTest, linesWithAndWithoutOptionsAreTaken) {
+  Json document = codedDocument();
+  document["options"] = {{"strict", true}};
+  EXPECT_EQ(
+      count(report(line(conformingDocument()) + line(document)).html, "<section class=\"file\""),
+      2U);
+}
+
 TEST_F(ReportPageTest, aTornLastLineIsLeftOutWithAWarning) {
   const std::string whole = line(conformingDocument());
   const ReportPage page = report(whole + line(codedDocument()).substr(0, 40));

@@ -48,6 +48,14 @@ TEST(ResultJsonTest, anyNameComesBackExactly) {
   }
 }
 
+TEST(ResultJsonTest, theNameOfALayoutFileMayBeAnything) {
+  FileResult result;
+  result.expectation =
+      Expectation{ExpectationKind::kLayoutFile, "caf\xe9.txt", {}, "", "T2=Stereo"};
+  EXPECT_EQ(toJson(result)["expectation"]["text"], "caf\xef\xbf\xbd.txt");
+  EXPECT_NO_THROW(toJson(result).dump());
+}
+
 TEST(ResultJsonTest, bytesThatAreNotUtf8StandBeside) {
   FileResult result;
   result.file = "\xe9.mxf";

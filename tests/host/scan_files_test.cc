@@ -61,19 +61,6 @@ TEST(ScanFilesTest, whatIsNamedIsTakenEvenIfItIsNotThere) {
   EXPECT_EQ(filesOfScan({"/none/a.txt", "/none/b"}).files, (Names{"/none/a.txt", "/none/b"}));
 }
 
-TEST(ScanFilesTest, oneFileHasOnePlace) {
-  const std::string here = fs::current_path().string();
-  const struct {
-    const char* path;
-    std::string place;
-  } rows[] = {{"a", here + "/a"},           {"./a", here + "/a"}, {"b/./a", here + "/b/a"},
-              {"b//a", here + "/b/a"},      {"/x/a", "/x/a"},     {"/x/./a", "/x/a"},
-              {"b/../a", here + "/b/../a"}, {"/x/a/", "/x/a"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(placeOf(row.path), row.place) << row.path;
-  }
-}
-
 TEST(ScanFileListTest, namesEndAsTheyAreSaidTo) {
   const struct {
     std::string text;

@@ -123,11 +123,52 @@ TEST_F(ScanResumeTest, onlyWhatIsNewOrChangedIsDone) {
 
 TEST_F(ScanResumeTest, theExitCodeCountsWhatWasDoneBefore) {
   makeFastFiles();
-  directory_.write("in/bad.mxf", "text");
-  EXPECT_EQ(scan("").exitCode, 2);
+  fs::copy_file(kMedia / "wav_mono.wav", path("in/unknown.wav"));
+  EXPECT_EQ(scan("").exitCode, 1);
   const std::string before = results();
-  EXPECT_EQ(scan().exitCode, 2);
+  EXPECT_EQ(scan().exitCode, 1);
   EXPECT_EQ(results(), before);
+}
+
+TEST_F(ScanResumeTest, whatCouldNotBeExaminedIsTriedAgainAndItsLastLineCounts) {
+  makeFastFiles();
+  fs::copy_file(kMedia / "rf64_stereo.wav", path("in/bad.mxf"));
+  const auto changed = fs::last_write_time(path("in/bad.mxf"));
+  const std::string good = contentOf(path("in/bad.mxf"));
+  directory_.write("in/bad.mxf", std::string(good.size(), '.'));
+  fs::last_write_time(path("in/bad.mxf"), changed);
+  const ProgramRun first = scan("");
+  EXPECT_EQ(first.exitCode, 2);
+  EXPECT_NE(first.errors.find("not examined  1\n"), std::string::npos) << first.errors;
+  const std::string before = results();
+  const ProgramRun second = scan();
+  EXPECT_EQ(second.exitCode, 2);
+  EXPECT_NE(second.errors.find("not examined  1\n"), std::string::npos) << second.errors;
+  EXPECT_EQ(results().substr(0, before.size()), before);
+  EXPECT_EQ(namesIn(results().substr(before.size())), Names{"bad.mxf"});
+  // The same size and time as before: only that it was not examined makes it be tried again.
+  directory_.write("in/bad.mxf", good);
+  fs::last_write_time(path("in/bad.mxf"), changed);
+  const ProgramRun third = scan();
+  EXPECT_EQ(third.exitCode, 0);
+  EXPECT_NE(third.errors.find("identified  7\n"), std::string::npos) << third.errors;
+  EXPECT_EQ(third.errors.find("not examined"), std::string::npos) << third.errors;
+  const std::string after = results();
+  EXPECT_EQ(scan().exitCode, 0);
+  EXPECT_EQ(results(), after);
+}
+
+TEST_F(ScanResumeTest, ofSeveralLinesForAFileOnlyTheLastIsLookedAt) {
+  makeFastFiles();
+  ASSERT_EQ(scan("--jobs 1").exitCode, 0);
+  const std::string whole = results();
+  nlohmann::ordered_json failed = documentsIn(whole).front();
+  failed["verdict"] = {{"result", "not-examined"}, {"exitCode", 2}, {"sentence", ""}};
+  directory_.write("r.jsonl", whole + failed.dump() + "\n");
+  const ProgramRun again = scan();
+  EXPECT_EQ(again.exitCode, 0);
+  EXPECT_EQ(namesIn(results()).size(), kAll.size() + 2);
+  EXPECT_NE(again.errors.find("identified  6\n"), std::string::npos) << again.errors;
 }
 
 TEST_F(ScanResumeTest, withoutItAFileOfResultsIsLeftAlone) {
