@@ -10,13 +10,13 @@ _kestrel_words() {
   mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
 }
 
-# Completes the value of an option; fails where the word is no such value.
+# Completes the value of an option, with the formats of its command; fails where the word is no such value.
 _kestrel_value() {
   case $1 in
     --layout-file | --streams-from | --files-from | -o | --output) _kestrel_files "$2" ;;
     --code) _kestrel_words "$(kestrel codes 2>/dev/null | awk 'NR > 1 { print $1 }')" "$2" ;;
     --item) _kestrel_words "$(kestrel catalogue 2>/dev/null | awk 'NR > 1 { print $1 }')" "$2" ;;
-    --format) _kestrel_words 'text json html' "$2" ;;
+    --format) _kestrel_words "$3" "$2" ;;
     --layout | --order | --timeout | --jobs) COMPREPLY=() ;;
     *) return 1 ;;
   esac
@@ -24,18 +24,19 @@ _kestrel_value() {
 
 _kestrel() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
-  local command=${COMP_WORDS[1]} expected own
+  local command=${COMP_WORDS[1]} expected own formats='text json'
   expected='--layout --layout-file --item --code --order --no-label-check --report-all --strict
     --timeout'
   case $command in
-    inspect) own="--streams-from --format -o --output $expected" ;;
+    inspect) own="--streams-from --format -o --output $expected" formats+=' html' ;;
     scan) own="--files-from -0 --null -o --output --resume --jobs -q --quiet $expected" ;;
     report) own='-o --output' ;;
+    catalogue | codes) own='--format' ;;
   esac
   COMPREPLY=()
   if ((COMP_CWORD == 1)); then
     _kestrel_words 'inspect scan report catalogue codes explain -h --help --version' "$word"
-  elif _kestrel_value "$before" "$word"; then
+  elif _kestrel_value "$before" "$word" "$formats"; then
     :
   elif [[ $word == -* ]]; then
     _kestrel_words "$own -h --help" "$word"

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 
@@ -312,6 +313,42 @@ TEST(ProgramTest, theCatalogueAndTheCodesAreListed) {
   EXPECT_TRUE(holds(codes.output, "\n8b         8     7  5.1 Mix + Stereo Downmix\n"))
       << codes.output;
   EXPECT_TRUE(holds(codes.output, "ambiguous: ")) << codes.output;
+}
+
+TEST(ProgramTest, theTablesComeAsJsonToo) {
+  const ProgramRun catalogue = runProgramProcess({"catalogue", "--format", "json"});
+  EXPECT_EQ(catalogue.exitCode, 0);
+  EXPECT_EQ(nlohmann::json::parse(catalogue.output).size(), 41u);
+  const ProgramRun codes = runProgramProcess({"codes", "--format=json"});
+  EXPECT_EQ(codes.exitCode, 0);
+  EXPECT_EQ(nlohmann::json::parse(codes.output).size(), 22u);
+  expectFailure(runProgramProcess({"codes", "--format", "html"}),
+                "--format: html not in {text,json} (kestrel --help tells more)");
+  EXPECT_EQ(runProgramProcess({"catalogue", "--format", "text"}).output,
+            runProgramProcess({"catalogue"}).output);
+}
+
+TEST(ProgramTest, namesBehindTwoDashesAreFiles) {
+  const TemporaryDirectory directory;
+  RunOptions there;
+  there.workingDirectory = directory / "";
+  std::filesystem::copy_file(kMedia / "rf64_stereo.wav", directory / "-c");
+  std::filesystem::copy_file(kMedia / "rf64_stereo.wav", directory / "--strict");
+  for (const std::vector<std::string>& words :
+       {std::vector<std::string>{"inspect", "--", "-c", "--strict"},
+        {"inspect", "--item", "1", "--", "-c"},
+        {"inspect", "--format", "json", "--", "--strict"},
+        {"scan", "-q", "--", "-c", "--strict"},
+        {"scan", "--jobs", "1", "-q", "--", "./-c", "--strict"}}) {
+    const ProgramRun run = runProgramProcess(words, there);
+    EXPECT_EQ(run.exitCode, 0) << testing::PrintToString(words) << run.errors;
+    EXPECT_TRUE(holds(run.output, words.back())) << run.output;
+    EXPECT_EQ(run.errors, "");
+  }
+  ASSERT_EQ(runProgramProcess({"scan", "-q", "-o", "results", "--", "-c"}, there).exitCode, 0);
+  std::filesystem::rename(directory / "results", directory / "--results");
+  EXPECT_EQ(runProgramProcess({"report", "--", "--results"}, there).exitCode, 0);
+  EXPECT_EQ(runProgramProcess({"explain", "--", "T2=Stereo"}, there).exitCode, 0);
 }
 
 TEST(ProgramTest, aLayoutIsExplained) {

@@ -104,6 +104,7 @@ class Bash(unittest.TestCase):
     def test_values(self):
         rows = [
             (("inspect", "--format", ""), {"text", "json", "html"}),
+            (("codes", "--format", ""), {"text", "json"}),
             (("inspect", "--code", "12d"), {"12d"}),
             (("scan", "--item", "40"), {"40"}),
             (("scan", "--jobs", ""), set()),
