@@ -2,13 +2,14 @@
 
 usage: host_scan_bench.py PROGRAM MEDIA [--files N] [--many N] [--repeat N]
 
-Times are taken in turn in one run, and only their ratios mean something; each is the median of
-the repetitions.
+Times are taken in turn in one run, and only their ratios mean something. Each is the best of the
+repetitions, since what else the machine does only adds to it. Processor time (of the process and
+all that it starts) shows what the work costs on a machine that is not idle too.
 """
 import argparse
 import os
 import pathlib
-import statistics
+import resource
 import subprocess
 import tempfile
 import time
@@ -27,10 +28,16 @@ def make_tree(folder, media, count):
         (place / f"{index:05}{source.suffix}").symlink_to(source.resolve())
 
 
+def processor_time():
+    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return usage.ru_utime + usage.ru_stime
+
+
 def seconds(command):
-    start = time.monotonic()
+    """By the clock and of the processors."""
+    start, worked = time.monotonic(), processor_time()
     subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
-    return time.monotonic() - start
+    return time.monotonic() - start, processor_time() - worked
 
 
 def scan(program, tree, jobs):
@@ -73,13 +80,14 @@ def compare_times(program, tree, repeat):
     for _ in range(repeat):
         for name, command in commands.items():
             times[name].append(seconds(command))
-    median = {name: statistics.median(values) for name, values in times.items()}
-    for name, value in median.items():
-        print(f"{name:58} {value:8.2f} s")
-    speedup = median["scan, one job"] / median["scan, all cores"]
+    best = {name: min(clock for clock, _ in values) for name, values in times.items()}
+    for name, value in best.items():
+        worked = min(work for _, work in times[name])
+        print(f"{name:58} {value:8.2f} s   processors {worked:8.2f} s")
+    speedup = best["scan, one job"] / best["scan, all cores"]
     show(f"{cores} cores against one job", speedup, ">= 1.8", speedup >= 1.8)
     for jobs in ["all cores", "one job"]:
-        ratio = median[f"scan, {jobs}"] / median[f"mediainfo, {jobs}"]
+        ratio = best[f"scan, {jobs}"] / best[f"mediainfo, {jobs}"]
         show(f"scan against mediainfo, {jobs}", ratio, "<= 1.3", ratio <= 1.3)
 
 

@@ -41,8 +41,10 @@ Head headIn(std::string_view line) {
 }  // namespace
 
 std::string textOf(const ReaderRequest& request) {
-  std::string text = request.parseSpeed.c_str();
-  text.append(1, '\0').append(request.file.c_str()).append(1, '\0');
+  std::string text;
+  for (const std::string& part : {request.parseSpeed, request.file}) {
+    text.append(part, 0, part.find('\0')).push_back('\0');
+  }
   return text;
 }
 

@@ -193,7 +193,10 @@ Json toJson(const FileResult& result) {
   return json;
 }
 
-Json toJson(const Expectation& expectation) { return Json(expectation); }
+Json toJson(const Expectation& expectation) {
+  Json json = expectation;  // in braces it would become an array
+  return json;
+}
 
 std::string fileNameIn(const Json& document) {
   const auto bytes = document.find("fileBytes");
