@@ -11,6 +11,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
@@ -130,11 +131,15 @@ ReaderAnswer answerTo(const ReaderRequest& request) {
   return {isSignalled, isSignalled ? WTERMSIG(status) : WEXITSTATUS(status), std::move(output)};
 }
 
+// The preparation takes longer than it saves one file, so a reader of one file does without.
 void answerAll() {
-  prepareLibmediainfo();
   std::string input;
+  std::size_t requests = 0;
   do {
     while (const auto request = takeRequest(input)) {
+      if (++requests == 2) {
+        prepareLibmediainfo();
+      }
       writeAll(STDOUT_FILENO, textOf(answerTo(*request)));
     }
   } while (readMore(STDIN_FILENO, input));

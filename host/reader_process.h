@@ -1,7 +1,7 @@
 // The child side of reading: the program, started by itself with a command that no user types,
 // reads files with libmediainfo, one at a time, and answers with their raw fields as JSON.
 //
-// It loads and prepares libmediainfo once, and then forks for each file: each is read in a process
+// It loads libmediainfo once, prepares it once, and forks for each file: each is read in a process
 // of its own, which nothing that libmediainfo did with another file can have touched, and which
 // costs no start of a program.
 #pragma once
