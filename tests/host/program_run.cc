@@ -1,6 +1,7 @@
 #include "tests/host/program_run.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <linux/capability.h>
 #include <pty.h>
 #include <sys/prctl.h>
@@ -124,6 +125,16 @@ ProgramRun runProgramProcess(const std::vector<std::string>& arguments, const Ru
   ::waitpid(child, &status, 0);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
           options.outputFile.empty() ? contentOf(output.get()) : "", contentOf(errors.get())};
+}
+
+bool holds(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+void expectFailure(const ProgramRun& run, const std::string& error) {
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_EQ(run.output, "");
+  EXPECT_EQ(run.errors, "kestrel: " + error + "\n");
 }
 
 std::vector<pid_t> childrenOf(pid_t parent) {

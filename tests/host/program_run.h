@@ -38,6 +38,11 @@ ProgramRun runProgramOnTerminal(const std::vector<std::string>& arguments,
 ProgramRun runProgramProcess(const std::vector<std::string>& arguments,
                              const RunOptions& options = {});
 
+bool holds(const std::string& text, const std::string& part);
+
+/// The program wrote nothing but this one message, and its exit code is 2.
+void expectFailure(const ProgramRun& run, const std::string& error);
+
 /// The processes whose parent is the given one, first come first.
 std::vector<pid_t> childrenOf(pid_t parent);
 

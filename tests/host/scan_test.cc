@@ -27,10 +27,6 @@ void copyMedia(const char* name, const fs::path& to) {
   fs::copy_file(kMedia / name, to);
 }
 
-bool holds(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
-
 class ScanTest : public ::testing::Test {
  protected:
   ScanTest() {
