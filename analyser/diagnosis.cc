@@ -178,15 +178,17 @@ void Diagnosis::explainRest(TrackCursor firstLeftOver) {
 }
 
 void Diagnosis::explainElements() {
+  const auto services = analyser_.expectedServices();
+  // Read again only if there is something to say.
+  if (std::ranges::find(services, kUnknown, &ExpectedService::streamType) == services.end()) return;
   std::string_view list = analyser_.serviceList();
-  std::int32_t service = 0;
-  for (auto element = takeElement(list); element; element = takeElement(list), ++service) {
-    if (serviceNamed(*element) != kUnknown) continue;
+  for (std::int32_t service = 0; const auto element = takeElement(list); ++service) {
+    if (element->service != kUnknown) continue;
     KestrelFinding& finding =
-        add(element->empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE);
+        add(element->text.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE);
     finding.service = service;
-    finding.textOffset = element->data() - layoutDescription_.data();
-    finding.textLength = std::ssize(*element);
+    finding.textOffset = element->text.data() - layoutDescription_.data();
+    finding.textLength = std::ssize(element->text);
   }
 }
 

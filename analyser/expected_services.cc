@@ -18,37 +18,34 @@ std::size_t countElements(std::string_view serviceList) {
   return serviceList.ends_with(',') ? commas : commas + 1;
 }
 
-ExpectedService readService(std::string_view element, bool reportAll) {
+ExpectedService expectedOf(const LayoutElement& element, bool reportAll) {
+  const bool silent = isSilent(element.text);
   ExpectedService service;
-  service.streamType = serviceNamed(element);
-  service.trackCount = tracksOf(service.streamType);
-  service.isEmca = service.streamType == kEmca;
-  service.reported = reportAll || !isSilent(element);
-  service.requested = reportAll && !isSilent(element);
+  service.streamType = element.service;
+  service.trackCount = tracksOf(element.service);
+  service.isEmca = element.service == kEmca;
+  service.reported = reportAll || !silent;
+  service.requested = reportAll && !silent;
   return service;
-}
-
-void numberTracks(std::span<ExpectedService> services) {
-  std::uint32_t total = 0;
-  for (const ExpectedService& service : services)
-    if (service.trackCount > 0) total += static_cast<std::uint32_t>(service.trackCount);
-  std::int32_t next = takeTrackNumbers(total);
-  for (ExpectedService& service : services) {
-    if (service.trackCount <= 0) continue;
-    service.firstTrack = next;
-    next = trackNumberAfter(next, static_cast<std::uint32_t>(service.trackCount));
-  }
 }
 
 }  // namespace
 
 void readExpectedServices(std::string_view serviceList, bool reportAll,
                           ExpectedServices& services) {
-  services.reset(countElements(serviceList));
+  const std::span<ExpectedService> records = services.reset(countElements(serviceList));
+  std::uint32_t total = 0;
   std::size_t next = 0;
-  while (const auto element = takeElement(serviceList))
-    services.records()[next++] = readService(*element, reportAll);
-  numberTracks(services.records());
+  while (const auto element = takeElement(serviceList)) {
+    ExpectedService& service = records[next++];
+    service = expectedOf(*element, reportAll);
+    // From 0 as yet: the counter is asked when all are known.
+    service.firstTrack = static_cast<std::int32_t>(total);
+    if (service.trackCount > 0) total += static_cast<std::uint32_t>(service.trackCount);
+  }
+  const auto first = static_cast<std::uint32_t>(takeTrackNumbers(total));
+  for (ExpectedService& service : records)
+    service.firstTrack = trackNumberAfter(service.firstTrack, first);
 }
 
 }  // namespace kestrel

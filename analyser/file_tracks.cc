@@ -71,6 +71,7 @@ bool FileTracks::numberStreams() {
   bool ascending = true;
   for (std::size_t i = 0; i < tracks.size(); ++i) {
     StreamTracks& own = tracks[i];
+    own = {};
     own.trackNumber = leadingNumber(streams_[i].streamId);
     own.group = streams_[i].group;
     own.firstStream = own.lastStream = static_cast<std::int32_t>(i);

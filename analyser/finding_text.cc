@@ -78,7 +78,7 @@ constexpr std::array<FindingTemplate, 17> kTemplates = {{
 std::string_view elementAt(std::string_view serviceList, std::int32_t index) {
   auto element = takeElement(serviceList);
   for (std::int32_t i = 0; i < index && element; ++i) element = takeElement(serviceList);
-  return element.value_or(std::string_view{});
+  return element ? element->text : std::string_view{};
 }
 
 std::string shortened(std::string_view element) {

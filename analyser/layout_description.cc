@@ -51,20 +51,17 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   return total;
 }
 
-// A name of up to seven bytes as a number, so that an element is compared with all names at once
-// when it has been read. Longer ones, which name nothing, become kLongName.
+// A name of up to seven bytes as a number, below a 1 that keeps its length, so that an element is
+// compared with all names at once when it has been read. A longer one is cut and names nothing.
 class PackedName {
  public:
-  constexpr void append(char c) {
-    bytes_ = bytes_ >= kFull ? kLongName : (bytes_ << 8U | static_cast<unsigned char>(c));
-  }
-  constexpr bool isLong() const { return bytes_ == kLongName; }
+  constexpr void append(char c) { bytes_ = bytes_ << 8U | static_cast<unsigned char>(c); }
   constexpr bool operator==(const PackedName&) const = default;
 
+  static constexpr std::size_t kLongest = 7;
+
  private:
-  static constexpr std::uint64_t kFull = std::uint64_t{1} << 48U;  // a seventh byte goes on top
-  static constexpr std::uint64_t kLongName = ~std::uint64_t{0};
-  std::uint64_t bytes_ = 0;
+  std::uint64_t bytes_ = 1;
 };
 
 constexpr PackedName pack(std::string_view text) {
@@ -84,8 +81,28 @@ constexpr ServiceName named(StreamType type) { return {pack(StreamTypeNames.at(t
 constexpr std::array<ServiceName, 5> kServiceNames = {
     named(kMono), named(kStereo), named(k51Mix), named(k71Mix), ServiceName{pack("EMCA"), kEmca}};
 
-static_assert(std::ranges::none_of(kServiceNames,
-                                   [](const ServiceName& known) { return known.name.isLong(); }));
+static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
+  return name.size() <= PackedName::kLongest;
+}));
+
+StreamType serviceCalled(PackedName name, std::size_t length) {
+  if (length > PackedName::kLongest) return kUnknown;
+  for (const ServiceName& known : kServiceNames)
+    if (known.name == name) return known.service;
+  return kUnknown;
+}
+
+// The service that an element names whose every "-" is passed over.
+StreamType serviceWithoutHyphens(std::string_view element) {
+  PackedName name;
+  std::size_t length = 0;
+  for (const char c : element) {
+    if (c == '-') continue;
+    name.append(c);
+    ++length;
+  }
+  return serviceCalled(name, length);
+}
 
 }  // namespace
 
@@ -111,33 +128,27 @@ std::optional<LayoutEntry> findEntry(std::string_view description,
   return std::nullopt;
 }
 
-std::optional<std::string_view> takeElement(std::string_view& serviceList) noexcept {
+std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept {
   if (serviceList.empty()) return std::nullopt;
-  // Elements are short: a loop is quicker than a call of the C library's search.
-  std::size_t length = 0;
-  while (length < serviceList.size() && serviceList[length] != ',') ++length;
-  const std::string_view element = serviceList.substr(0, length);
-  serviceList.remove_prefix(element.size());
-  if (!serviceList.empty()) serviceList.remove_prefix(1);
-  return element;
-}
-
-StreamType serviceNamed(std::string_view element) noexcept {
-  const bool silent = isSilent(element);
   PackedName name;
-  for (const char c : element) {
-    if (silent && c == '-') continue;
-    name.append(c);
-    if (name.isLong()) return kUnknown;
-  }
-  for (const ServiceName& known : kServiceNames)
-    if (known.name == name) return known.service;
-  return kUnknown;
+  std::size_t length = 0;
+  for (; length < serviceList.size() && serviceList[length] != ','; ++length)
+    name.append(serviceList[length]);
+  const std::string_view text = serviceList.substr(0, length);
+  serviceList.remove_prefix(std::min(length + 1, serviceList.size()));
+  return LayoutElement{
+      text, isSilent(text) ? serviceWithoutHyphens(text) : serviceCalled(name, length)};
 }
 
 std::int32_t tracksOf(StreamType service) noexcept {
-  if (service == kUnknown) return -1;
-  return StreamTypeWidths.at(service == kEmca ? kDolbyE : service);
+  constexpr std::array<std::int32_t, kUnknown + 1> kTracks = [] {
+    std::array<std::int32_t, kUnknown + 1> tracks{};
+    std::ranges::copy(StreamTypeWidths, tracks.begin());
+    tracks[kEmca] = StreamTypeWidths.at(kDolbyE);
+    tracks[kUnknown] = -1;
+    return tracks;
+  }();
+  return kTracks[static_cast<std::size_t>(service)];
 }
 
 }  // namespace kestrel

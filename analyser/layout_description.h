@@ -24,16 +24,19 @@ std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept;
 std::optional<LayoutEntry> findEntry(std::string_view description,
                                      std::uint32_t trackTotal) noexcept;
 
+/// One element of a service list.
+struct LayoutElement {
+  std::string_view text;
+  StreamType service = kUnknown;  // what it names: kMono to k71Mix, kEmca, or kUnknown; with a
+                                  // leading "-" every "-" in it is passed over
+};
+
 /// Takes the next element off the front of a service list; nothing when the list is used up. A
 /// comma at the end adds no element, two commas in a row enclose an empty one; nothing is trimmed.
-std::optional<std::string_view> takeElement(std::string_view& serviceList) noexcept;
+std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept;
 
 /// Whether an element is written with a leading "-": its service is not to be reported.
 constexpr bool isSilent(std::string_view element) { return element.starts_with('-'); }
-
-/// The service that an element names: kMono to k71Mix, kEmca, or kUnknown. With a leading "-" every
-/// "-" in it is passed over.
-StreamType serviceNamed(std::string_view element) noexcept;
 
 /// Number of tracks that such a service occupies; -1 for kUnknown.
 std::int32_t tracksOf(StreamType service) noexcept;

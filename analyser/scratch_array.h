@@ -12,24 +12,23 @@ namespace kestrel {
 
 template <class T, std::size_t kInline>
 class ScratchArray {
-  static_assert(std::is_trivially_destructible_v<T>, "records are dropped, not destroyed");
+  static_assert(std::is_trivially_copyable_v<T>, "records are assigned to raw memory, then dropped");
 
  public:
   ScratchArray() = default;
   ScratchArray(const ScratchArray&) = delete;
   ScratchArray& operator=(const ScratchArray&) = delete;
 
-  /// Makes room for `size` records, all T{}; what was held before is gone.
-  /// Raises std::bad_alloc with the array as it was.
-  void reset(std::size_t size) {
+  /// Makes room for `size` records, each of which must be assigned before it is read; what was held
+  /// before is gone. Raises std::bad_alloc with the array as it was.
+  std::span<T> reset(std::size_t size) {
+    std::byte* room = inline_;
     if (size > kInline) {
-      heap_ = std::make_unique<T[]>(size);
-      records_ = {heap_.get(), size};
-    } else {
-      T* const first = reinterpret_cast<T*>(inline_);
-      std::uninitialized_value_construct_n(first, size);
-      records_ = {first, size};
+      heap_ = std::make_unique_for_overwrite<std::byte[]>(size * sizeof(T));
+      room = heap_.get();
     }
+    records_ = {reinterpret_cast<T*>(room), size};
+    return records_;
   }
 
   std::span<T> records() { return records_; }
@@ -37,7 +36,7 @@ class ScratchArray {
 
  private:
   alignas(T) std::byte inline_[kInline * sizeof(T)];  // raw, so that unused records cost nothing
-  std::unique_ptr<T[]> heap_;
+  std::unique_ptr<std::byte[]> heap_;
   std::span<T> records_;
 };
 

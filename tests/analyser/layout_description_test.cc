@@ -75,7 +75,7 @@ TEST(FindEntry, TakesTheFirstEntryOfTheTotal) {
 
 std::vector<std::string> elementsOf(std::string_view list) {
   std::vector<std::string> elements;
-  while (const auto element = takeElement(list)) elements.emplace_back(*element);
+  while (const auto element = takeElement(list)) elements.emplace_back(element->text);
   return elements;
 }
 
@@ -96,7 +96,7 @@ TEST(TakeElement, SplitsAtCommasWithoutTrimming) {
   for (const auto& row : rows) EXPECT_EQ(elementsOf(row.list), row.elements) << row.list;
 }
 
-TEST(ServiceNamed, KnowsFiveNames) {
+TEST(TakeElement, KnowsFiveNames) {
   const struct {
     std::string element;
     StreamType type;
@@ -122,13 +122,19 @@ TEST(ServiceNamed, KnowsFiveNames) {
       {"Mono ", kUnknown, -1, false},
       {"- Mono", kUnknown, -1, true},
       {"-MonoMono", kUnknown, -1, true},
+      {"MonoMono", kUnknown, -1, false},
+      {"xxxxxxxxxxStereo", kUnknown, -1, false},
       {"-Mon", kUnknown, -1, true},
       {"emca", kUnknown, -1, false},
       {"Stereo T", kUnknown, -1, false},
   };
   for (const auto& row : rows) {
-    EXPECT_EQ(serviceNamed(row.element), row.type) << row.element;
-    EXPECT_EQ(tracksOf(serviceNamed(row.element)), row.tracks) << row.element;
+    const std::string list = row.element + ",";
+    std::string_view rest = list;
+    const auto element = takeElement(rest);
+    ASSERT_TRUE(element) << row.element;
+    EXPECT_EQ(element->service, row.type) << row.element;
+    EXPECT_EQ(tracksOf(element->service), row.tracks) << row.element;
     EXPECT_EQ(isSilent(row.element), row.silent) << row.element;
   }
 }
