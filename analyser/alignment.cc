@@ -10,15 +10,15 @@ namespace {
 // Passes one run of pair-coded tracks of one group, of whatever length. A stream whose flag is on
 // but not 1 meets a pair-coded service, yet starts no run: one track of it is passed.
 bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
-  if (tracks.atEnd(at) || tracks.info(at).isPairCoded == 0) return false;
-  if (tracks.info(at).isPairCoded != 1) {
+  if (tracks.atEnd(at) || tracks.tracks(at).isPairCoded == 0) return false;
+  if (tracks.tracks(at).isPairCoded != 1) {
     at = tracks.advance(at, 1);
     return true;
   }
   const std::int32_t group = tracks.tracks(at).group;
   do {
     at = tracks.nextStream(at);
-  } while (!tracks.atEnd(at) && tracks.info(at).isPairCoded == 1 &&
+  } while (!tracks.atEnd(at) && tracks.tracks(at).isPairCoded == 1 &&
            tracks.tracks(at).group == group);
   return true;
 }
@@ -26,10 +26,10 @@ bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
 // Passes `count` ordinary tracks, or as many as there are, and returns how many.
 std::int32_t passOrdinary(const FileTracks& tracks, TrackCursor& at, std::int32_t count) {
   std::int32_t passed = 0;
-  while (passed < count && !tracks.atEnd(at) && tracks.info(at).isPairCoded == 0) {
+  while (passed < count && !tracks.atEnd(at) && tracks.tracks(at).isPairCoded == 0) {
     const std::int32_t step = std::min(count - passed, tracks.restOfStream(at));
-    at = tracks.advance(at, step);
     passed += step;
+    at = tracks.behind(at, step);
   }
   return passed;
 }

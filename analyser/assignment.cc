@@ -4,6 +4,7 @@
 #include "analyser/assignment.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "api/service_map_result.h"
 
@@ -26,7 +27,7 @@ bool Assignment::next() noexcept {
 
 // Takes one programme of the service's group; false when the service has none (left).
 bool Assignment::takeProgramme(const ExpectedService& service) {
-  if (!emcaGroup_ && !tracks_.atEnd(at_) && tracks_.info(at_).isPairCoded == 1)
+  if (!emcaGroup_ && !tracks_.atEnd(at_) && tracks_.tracks(at_).isPairCoded == 1)
     emcaGroup_ = tracks_.tracks(at_).group;
   const auto inGroup = [&] {
     return emcaGroup_ && !tracks_.atEnd(at_) && tracks_.tracks(at_).group == *emcaGroup_;
@@ -36,27 +37,19 @@ bool Assignment::takeProgramme(const ExpectedService& service) {
     return false;
   }
   const TrackCursor first = at_;
-  const std::int32_t ownGroup = tracks_.info(at_).group;
+  const std::int32_t ownGroup = tracks_.tracks(at_).sourceGroup;
   std::int64_t count = 0;
-  for (; inGroup() && tracks_.info(at_).group == ownGroup; at_ = tracks_.nextStream(at_))
+  for (; inGroup() && tracks_.tracks(at_).sourceGroup == ownGroup; at_ = tracks_.nextStream(at_))
     count += tracks_.restOfStream(at_);
   const auto slots = static_cast<std::int32_t>(std::min<std::int64_t>(count, kSlotCount));
-  finding_ = {&service, service.label, slots, slots, count, first};
+  finding_ = {&service, std::nullopt, slots, slots, count, first};
   return true;
 }
 
 void Assignment::takeTracks(const ExpectedService& service) {
-  finding_ = {&service, service.label, service.trackCount, 0, 0, at_};
-  if (surroundCheck_ && service.streamType == k51Mix) {
-    const std::wstring_view derived = labels_.read(at_);
-    if (!derived.empty()) finding_.label = derived;
-  }
-  while (finding_.found < service.trackCount && !tracks_.atEnd(at_)) {
-    const std::int32_t step =
-        std::min(service.trackCount - finding_.found, tracks_.restOfStream(at_));
-    finding_.found += step;
-    at_ = tracks_.advance(at_, step);
-  }
+  finding_ = {&service, std::nullopt, service.trackCount, 0, 0, at_};
+  if (surroundCheck_ && service.streamType == k51Mix) finding_.labels = labelReader_.read(at_);
+  finding_.found = tracks_.pass(at_, service.trackCount);
   finding_.given = finding_.found;
 }
 

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string_view>
 
 #include "analyser/expected_services.h"
 #include "analyser/file_tracks.h"
@@ -18,11 +17,11 @@ namespace kestrel {
 /// A service and the consecutive file tracks that it was given.
 struct ServiceFinding {
   const ExpectedService* service = nullptr;
-  std::wstring_view label;      // derived from the tracks, else that of the service
-  std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
-  std::int32_t found = 0;       // tracks that fill slots, at most trackCount
-  std::int64_t given = 0;       // tracks really given: more than slots in a long pair-coded run
-  TrackCursor first;            // the first of them
+  std::optional<SurroundOrder> labels;  // derived from the tracks; else that of the service holds
+  std::int32_t trackCount = 0;          // as reported: at most 32; -1 for a service of unknown name
+  std::int32_t found = 0;               // tracks that fill slots, at most trackCount
+  std::int64_t given = 0;  // tracks really given: more than slots in a long pair-coded run
+  TrackCursor first;       // the first of them
 };
 
 class Assignment {
@@ -32,14 +31,14 @@ class Assignment {
              bool surroundCheck) noexcept
       : services_(services),
         tracks_(tracks),
-        labels_(tracks),
+        labelReader_(tracks),
         surroundCheck_(surroundCheck),
         at_(tracks.begin()) {}
 
   /// Moves to the next reported finding; false when all services are walked.
   bool next() noexcept;
 
-  /// The finding that next() moved to; its label is valid until the next call of next().
+  /// The finding that next() moved to.
   const ServiceFinding& finding() const { return finding_; }
 
   /// The track behind those that were given away so far.
@@ -51,7 +50,7 @@ class Assignment {
 
   std::span<const ExpectedService> services_;
   const FileTracks& tracks_;
-  SurroundLabelReader labels_;
+  SurroundLabelReader labelReader_;
   bool surroundCheck_;
 
   std::size_t nextService_ = 0;

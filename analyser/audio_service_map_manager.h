@@ -18,6 +18,7 @@
 #include "analyser/ebu_r123_configurations.h"
 #include "analyser/expected_services.h"
 #include "analyser/file_tracks.h"
+#include "analyser/stream_list.h"
 #include "api/audio_stream_info.h"
 #include "api/catalogue_ids.h"
 #include "api/service_map_result.h"
@@ -31,6 +32,9 @@ class AudioServiceMapManager {
   AudioServiceMapManager(std::string_view layoutDescription, std::wstring_view surroundChannelOrder,
                          bool allowTwoTrackStreams, const AudioStreamInfo* streams,
                          std::int32_t streamCount, bool reportAll, bool surroundCheck);
+  AudioServiceMapManager(std::string_view layoutDescription, std::wstring_view surroundChannelOrder,
+                         bool allowTwoTrackStreams, const StreamList& streams, bool reportAll,
+                         bool surroundCheck);
   virtual ~AudioServiceMapManager();
   AudioServiceMapManager(const AudioServiceMapManager&) = delete;
   AudioServiceMapManager& operator=(const AudioServiceMapManager&) = delete;
@@ -48,7 +52,7 @@ class AudioServiceMapManager {
   R123Configurations EbuR123Configurations;
 
   std::uint32_t fileTrackCount() const noexcept { return fileTrackCount_; }
-  std::span<const AudioStreamInfo> streams() const noexcept { return streams_; }
+  const StreamList& streams() const noexcept { return fileTracks_.streams(); }
   bool allowTwoTrackStreams() const noexcept { return allowTwoTrackStreams_; }
   /// The service list of the description's entry that was chosen; empty when none was.
   std::string_view serviceList() const noexcept { return serviceList_; }
@@ -69,7 +73,6 @@ class AudioServiceMapManager {
  private:
   void appendRecord(std::vector<ServiceMapResult>& results, const ServiceFinding& finding) const;
 
-  std::span<const AudioStreamInfo> streams_;
   std::uint32_t fileTrackCount_;
   bool allowTwoTrackStreams_;
   bool surroundCheck_;

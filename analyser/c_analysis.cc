@@ -1,23 +1,19 @@
-// The analysis part of the plain C interface. A request is turned into the records of the C++
-// interface and given to the same analyser, so that both always come to the same verdict. Services
-// are kept as findings and written out as records when the host asks for them.
+// The analysis part of the plain C interface. A request is given to the same analyser as the
+// records of the C++ interface, so that both always come to the same verdict. Services are kept as
+// findings and written out as records when the host asks for them.
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/c_request.h"
+#include "analyser/described_totals.h"
 #include "analyser/diagnosis.h"
 #include "analyser/finding_text.h"
-#include "analyser/layout_description.h"
-#include "analyser/neighbours.h"
 #include "analyser/slots.h"
-#include "analyser/utf8.h"
 #include "api/kestrel.h"
 #include "catalogue/c_barrier.h"
 
@@ -30,127 +26,41 @@ static_assert(sizeof(KestrelStream) == 48 && sizeof(KestrelRequest) == 40);
 static_assert(sizeof(KestrelTrack) == sizeof(TrackSlot) && sizeof(KestrelService) == 800);
 static_assert(sizeof(KestrelFinding) == 64);
 
-// What a text that is not UTF-8 makes of a call.
-struct BadText {
-  std::size_t byte;
-  std::int32_t stream;  // -1: a text of the request
-};
-
-// Raised between the reading of a request and the barrier.
-struct RefusedRequest {
-  KestrelStatus status;
-  BadText badText{0, -1};
-};
-
-std::string_view checkedText(const char* text, std::int32_t stream) {
-  if (text == nullptr) throw RefusedRequest{KESTREL_NULL_ARGUMENT};
-  const std::string_view view(text);
-  if (const auto bad = firstBadByte(view)) throw RefusedRequest{KESTREL_BAD_TEXT, {*bad, stream}};
-  return view;
-}
-
-AudioStreamInfo toInfo(const KestrelStream& stream, std::int32_t index) {
-  AudioStreamInfo info;
-  info.streamId = widen(checkedText(stream.streamId, index));
-  info.trackLabels = widen(checkedText(stream.trackLabels, index));
-  info.group = stream.group;
-  info.channelCount = stream.channelCount;
-  info.formatKey1 = stream.formatKey1;
-  info.formatKey2 = stream.formatKey2;
-  info.formatKey3 = stream.formatKey3;
-  info.isPairCoded = stream.isPairCoded;
-  info.isPairShared = stream.isPairShared;
-  return info;
-}
-
-const KestrelRequest& checkedRequest(const KestrelRequest& request) {
-  if (request.structSize < sizeof(KestrelRequest)) throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
-  if (request.streamCount < 0) throw RefusedRequest{KESTREL_BAD_COUNT};
-  if (request.streamCount == 0) return request;
-  if (request.streams == nullptr) throw RefusedRequest{KESTREL_NULL_ARGUMENT};
-  if (request.streamStride < sizeof(KestrelStream) ||
-      request.streamStride % alignof(KestrelStream) != 0)
-    throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
-  return request;
-}
-
-std::vector<AudioStreamInfo> readStreams(const KestrelRequest& request) {
-  std::vector<AudioStreamInfo> infos;
-  infos.reserve(static_cast<std::size_t>(request.streamCount));
-  const auto* bytes = reinterpret_cast<const std::byte*>(request.streams);
-  for (std::int32_t i = 0; i < request.streamCount; ++i, bytes += request.streamStride) {
-    const auto& stream = *reinterpret_cast<const KestrelStream*>(bytes);
-    if (stream.structSize < sizeof(KestrelStream) || stream.structSize > request.streamStride)
-      throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
-    infos.push_back(toInfo(stream, i));
-  }
-  return infos;
-}
-
-std::vector<std::int32_t> readTotals(std::string_view description) {
-  std::vector<std::int32_t> totals;
-  std::array<bool, 100> listed{};  // a total has at most two digits
-  while (const auto entry = takeEntry(description)) {
-    if (std::exchange(listed[entry->trackTotal], true)) continue;
-    totals.push_back(static_cast<std::int32_t>(entry->trackTotal));
-  }
-  return totals;
-}
-
-// "2, 4 and 8".
-std::string spokenList(const std::vector<std::int32_t>& numbers) {
-  if (numbers.empty()) return "no other total";
-  std::string text = std::to_string(numbers.front());
-  for (std::size_t i = 1; i < numbers.size(); ++i)
-    text += (i + 1 < numbers.size() ? ", " : " and ") + std::to_string(numbers[i]);
-  return text;
-}
-
 struct FoundService {
-  ServiceFinding finding;
-  std::array<char, 20> derivedLabel{};  // empty where the service has the label of the request
-};
+  explicit FoundService(const ServiceFinding& found) : finding(found) {
+    if (found.labels) std::ranges::copy(textOf<char>(*found.labels), derivedLabel.begin());
+  }
 
-FoundService keep(const ServiceFinding& finding) {
-  FoundService found{finding, {}};
-  // Derived labels are made of the six labels of a 5.1 mix, and so of ASCII.
-  std::ranges::transform(finding.label, found.derivedLabel.begin(),
-                         [](wchar_t c) { return static_cast<char>(c); });
-  found.finding.label = {};
-  return found;
-}
+  ServiceFinding finding;
+  std::array<char, kSurroundTextLength + 1> derivedLabel{};  // empty where the request's holds
+};
 
 }  // namespace
 
 }  // namespace kestrel
 
 struct KestrelAnalysis {
-  explicit KestrelAnalysis(const KestrelRequest& request);
+  explicit KestrelAnalysis(const kestrel::CheckedRequest& request);
 
   std::string layoutDescription;
   std::string surroundChannelOrder;
-  std::vector<kestrel::AudioStreamInfo> streams;
   // Its 5.1 mixes carry no label of their own here: the order is kept in UTF-8 above.
   kestrel::AudioServiceMapManager analyser;
   std::int32_t outcome = KESTREL_UNTOUCHED;
   std::vector<kestrel::FoundService> services;
   std::vector<KestrelFinding> findings;
-  std::vector<std::int32_t> totals;
-  std::string spokenTotals;
 
  private:
   void analyse(bool surroundCheck);
+  void findServices(kestrel::Diagnosis& diagnosis);
 };
 
-KestrelAnalysis::KestrelAnalysis(const KestrelRequest& request)
-    : layoutDescription(kestrel::checkedText(request.layoutDescription, -1)),
-      surroundChannelOrder(kestrel::checkedText(request.surroundChannelOrder, -1)),
-      streams(kestrel::readStreams(request)),
-      analyser(layoutDescription, {}, false, streams.data(), request.streamCount,
-               request.reportAll != 0, request.surroundCheck != 0),
-      totals(kestrel::readTotals(layoutDescription)),
-      spokenTotals(kestrel::spokenList(totals)) {
-  analyse(request.surroundCheck != 0);
+KestrelAnalysis::KestrelAnalysis(const kestrel::CheckedRequest& request)
+    : layoutDescription(request.layoutDescription),
+      surroundChannelOrder(request.surroundChannelOrder),
+      analyser(layoutDescription, {}, false, request.streams, request.reportAll,
+               request.surroundCheck) {
+  analyse(request.surroundCheck);
 }
 
 void KestrelAnalysis::analyse(bool surroundCheck) {
@@ -158,17 +68,22 @@ void KestrelAnalysis::analyse(bool surroundCheck) {
   if (analyser.detectServices() == 0) {
     diagnosis.explainDetection();
   } else {
-    outcome = KESTREL_FILLED;
-    kestrel::Assignment walk = analyser.assignment();
-    while (walk.next()) {
-      if (!diagnosis.explainFinding(walk.finding())) outcome = KESTREL_EMPTIED;
-      services.push_back(kestrel::keep(walk.finding()));
-    }
-    if (outcome == KESTREL_EMPTIED) services.clear();
-    diagnosis.explainRest(walk.at());
+    findServices(diagnosis);
   }
   diagnosis.explainElements();
   findings = diagnosis.takeFindings();
+}
+
+void KestrelAnalysis::findServices(kestrel::Diagnosis& diagnosis) {
+  outcome = KESTREL_FILLED;
+  services.reserve(analyser.expectedServices().size());
+  kestrel::Assignment walk = analyser.assignment();
+  while (walk.next()) {
+    if (!diagnosis.explainFinding(walk.finding())) outcome = KESTREL_EMPTIED;
+    services.emplace_back(walk.finding());
+  }
+  if (outcome == KESTREL_EMPTIED) services.clear();
+  diagnosis.explainRest(walk.at());
 }
 
 // The functions of the interface are global; what they use is not.
@@ -214,7 +129,7 @@ KestrelStatus kestrelAnalyse(const KestrelRequest* request, KestrelAnalysis** an
   if (request == nullptr) return KESTREL_NULL_ARGUMENT;
   return guarded([=] {
     try {
-      *analysis = new KestrelAnalysis(checkedRequest(*request));
+      *analysis = new KestrelAnalysis(CheckedRequest(*request));
       return KESTREL_OK;
     } catch (const RefusedRequest& refused) {
       if (refused.status == KESTREL_BAD_TEXT) tell(refused.badText, badByte, badStream);
@@ -265,9 +180,10 @@ KestrelStatus kestrelFindingText(const KestrelAnalysis* analysis, int32_t index,
   if (analysis == nullptr) return KESTREL_NULL_ARGUMENT;
   if (!contains(analysis->findings, index)) return KESTREL_BAD_INDEX;
   return guarded([=] {
-    const std::string sentence = findingText(
-        analysis->findings[static_cast<std::size_t>(index)],
-        {analysis->layoutDescription, analysis->analyser.serviceList(), analysis->spokenTotals});
+    const std::string totals = DescribedTotals(analysis->layoutDescription).spoken();
+    const std::string sentence =
+        findingText(analysis->findings[static_cast<std::size_t>(index)],
+                    {analysis->layoutDescription, analysis->analyser.serviceList(), totals});
     return copyOut(sentence, text, capacity, needed);
   });
 }
@@ -275,5 +191,5 @@ KestrelStatus kestrelFindingText(const KestrelAnalysis* analysis, int32_t index,
 KestrelStatus kestrelDescribedTotals(const KestrelAnalysis* analysis, int32_t* totals,
                                      size_t capacity, size_t* needed) {
   if (analysis == nullptr) return KESTREL_NULL_ARGUMENT;
-  return copyOut(analysis->totals, totals, capacity, needed);
+  return copyOut(DescribedTotals(analysis->layoutDescription).list(), totals, capacity, needed);
 }

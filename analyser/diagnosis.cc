@@ -71,7 +71,7 @@ void Diagnosis::explainMisalignment(const Misalignment& misalignment) {
   const FileTracks& tracks = analyser_.fileTracks();
   const auto service = static_cast<std::int32_t>(misalignment.service);
   if (!tracks.atEnd(misalignment.at)) {
-    const bool pairCoded = tracks.info(misalignment.at).isPairCoded != 0;
+    const bool pairCoded = tracks.tracks(misalignment.at).isPairCoded != 0;
     addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK, service, misalignment.slot,
           misalignment.at);
     return;
@@ -101,8 +101,8 @@ bool Diagnosis::explainFinding(const ServiceFinding& finding) {
 void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t service) {
   const FileTracks& tracks = analyser_.fileTracks();
   for (DisagreementWalk walk(finding, tracks); walk.next();) {
-    const AudioStreamInfo& left = tracks.lastOfNumber(walk.left());
-    const AudioStreamInfo& right = tracks.lastOfNumber(walk.right());
+    const StreamTracks& left = tracks.lastOfNumber(walk.left());
+    const StreamTracks& right = tracks.lastOfNumber(walk.right());
     const auto compare = [&](std::int32_t code, std::int32_t first, std::int32_t second) {
       if (first == second) return;
       KestrelFinding& difference = addAt(code, service, walk.slot(), walk.right());
@@ -123,31 +123,28 @@ void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t se
 
 // Labels are looked at one by one; their order only when they make a full set.
 void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t service) {
+  if (finding.labels && (!channelOrder_ || channelOrder_ == finding.labels)) return;
   const FileTracks& tracks = analyser_.fileTracks();
-  std::array<std::int32_t, kSurroundLabels.size()> firstSlot{};
+  std::array<std::int32_t, kSurroundLabelCount> firstSlot{};
   firstSlot.fill(-1);
   std::optional<std::pair<std::int32_t, TrackCursor>> reordered;
-  std::string_view order = surroundChannelOrder_;
   SurroundLabelReader reader(tracks);
   TrackCursor at = finding.first;
   for (std::int32_t slot = 0; slot < finding.found; ++slot, at = tracks.advance(at, 1)) {
-    const std::wstring_view label = reader.labelOf(at);
-    const std::string_view wanted = takeLabel(order);
-    const auto known = static_cast<std::size_t>(std::ranges::find(kSurroundLabels, label) -
-                                                kSurroundLabels.begin());
-    if (label.empty()) {
+    const SurroundLabel label = reader.labelOf(at);
+    if (label == kNoLabel) {
       addAt(KESTREL_LABEL_MISSING, service, slot, at);
-    } else if (known == kSurroundLabels.size()) {
+    } else if (label == kOtherLabel) {
       addAt(KESTREL_LABEL_UNKNOWN, service, slot, at);
-    } else if (firstSlot[known] >= 0) {
-      addAt(KESTREL_LABEL_DOUBLED, service, slot, at).first = firstSlot[known];
+    } else if (std::int32_t& first = firstSlot[static_cast<std::size_t>(label)]; first >= 0) {
+      addAt(KESTREL_LABEL_DOUBLED, service, slot, at).first = first;
     } else {
-      firstSlot[known] = slot;
-      if (!reordered && !std::ranges::equal(label, wanted)) reordered.emplace(slot, at);
+      first = slot;
+      if (!reordered && channelOrder_ && label != (*channelOrder_)[static_cast<std::size_t>(slot)])
+        reordered.emplace(slot, at);
     }
   }
-  const bool complete = std::ranges::find(firstSlot, -1) == firstSlot.end();
-  if (complete && reordered && checkSurroundLabels(surroundChannelOrder_))
+  if (finding.labels && reordered)
     addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
 }
 

@@ -3,11 +3,13 @@
 // by one, where the detection merely asked whether they make a set.
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "analyser/assignment.h"
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/surround_labels.h"
 #include "api/kestrel.h"
 
 namespace kestrel {
@@ -21,7 +23,7 @@ class Diagnosis {
             std::string_view surroundChannelOrder, bool surroundCheck)
       : analyser_(analyser),
         layoutDescription_(layoutDescription),
-        surroundChannelOrder_(surroundChannelOrder),
+        channelOrder_(surroundCheck ? surroundOrderOf(surroundChannelOrder) : std::nullopt),
         surroundCheck_(surroundCheck) {}
 
   /// Why detectServices() returned 0.
@@ -54,7 +56,7 @@ class Diagnosis {
 
   const AudioServiceMapManager& analyser_;
   std::string_view layoutDescription_;
-  std::string_view surroundChannelOrder_;
+  std::optional<SurroundOrder> channelOrder_;  // where the text has all labels and is wanted
   bool surroundCheck_;
   std::int32_t nextService_ = 0;  // of the walk
   // Each in the order of the services.

@@ -2,6 +2,7 @@
 // streams that carry one pair, and linking the streams that share a track number.
 #include "analyser/file_tracks.h"
 
+#include <functional>
 #include <numeric>
 #include <optional>
 
@@ -11,13 +12,48 @@ namespace kestrel {
 
 namespace {
 
-bool hasHyphen(const AudioStreamInfo& stream) {
-  return stream.streamId.find(L'-') != std::wstring::npos;
+// Of pair-coded streams: whether it shares the one pair of all its like.
+template <class Stream>
+bool sharesPair(const Stream& stream) {
+  return stream.isPairShared != 0 && !hasHyphen(stream);
 }
 
-// A pair-coded stream that shares the one pair of all its like.
-bool sharesPair(const AudioStreamInfo& stream) {
-  return stream.isPairShared != 0 && !hasHyphen(stream);
+template <class Stream>
+StreamTracks tracksOf(const Stream& stream, std::int32_t index) {
+  StreamTracks tracks;
+  tracks.trackNumber = leadingNumber(idOf(stream));
+  tracks.channelCount = stream.channelCount;
+  tracks.sourceGroup = tracks.group = stream.group;
+  tracks.firstStream = tracks.lastStream = index;
+  tracks.formatKey1 = stream.formatKey1;
+  tracks.formatKey2 = stream.formatKey2;
+  tracks.formatKey3 = stream.formatKey3;
+  tracks.isPairCoded = stream.isPairCoded;
+  tracks.sharesPair = sharesPair(stream);
+  return tracks;
+}
+
+template <class Streams>
+std::uint32_t countTracks(const Streams& streams) {
+  std::uint32_t sum = 0;
+  std::optional<std::int32_t> lastPair;  // none at first, which no number equals
+  bool sharedPairCounted = false;
+  for (std::size_t i = 0; i < streams.size(); ++i) {
+    const auto& stream = streams[i];
+    if (stream.isPairCoded == 0) {
+      sum += static_cast<std::uint32_t>(stream.channelCount);
+      continue;
+    }
+    const auto number = static_cast<std::int32_t>(leadingNumber(idOf(stream)));
+    if (sharesPair(stream)) {
+      if (!sharedPairCounted) sum += 2;
+      sharedPairCounted = true;
+    } else if (number != lastPair) {
+      sum += 2;
+    }
+    lastPair = number;
+  }
+  return sum;
 }
 
 // Links the members of each run of equal track numbers in `order`, which lists the streams by track
@@ -37,47 +73,22 @@ void linkRuns(std::span<StreamTracks> streams, std::span<const std::int32_t> ord
 
 }  // namespace
 
-std::uint32_t countFileTracks(std::span<const AudioStreamInfo> streams) noexcept {
-  std::uint32_t sum = 0;
-  std::optional<std::int32_t> lastPair;  // none at first, which no number equals
-  bool sharedPairCounted = false;
-  for (const AudioStreamInfo& stream : streams) {
-    if (stream.isPairCoded == 0) {
-      sum += static_cast<std::uint32_t>(stream.channelCount);
-      continue;
-    }
-    const auto number = static_cast<std::int32_t>(leadingNumber(stream.streamId));
-    if (sharesPair(stream)) {
-      if (!sharedPairCounted) sum += 2;
-      sharedPairCounted = true;
-    } else if (number != lastPair) {
-      sum += 2;
-    }
-    lastPair = number;
-  }
-  return sum;
+std::uint32_t countFileTracks(const StreamList& streams) noexcept {
+  return streams.visit([](const auto& list) { return countTracks(list); });
 }
 
 void FileTracks::expand() {
-  tracks_.reset(streams_.size());
-  // Files list their streams by ascending track number as a rule; then no two share one.
-  if (!numberStreams()) linkSameNumbers();
+  readStreams();
+  linkSameNumbers();
   joinGroups();
 }
 
-// Returns whether each number is greater than the one before it.
-bool FileTracks::numberStreams() {
-  const auto tracks = tracks_.records();
-  bool ascending = true;
-  for (std::size_t i = 0; i < tracks.size(); ++i) {
-    StreamTracks& own = tracks[i];
-    own = {};
-    own.trackNumber = leadingNumber(streams_[i].streamId);
-    own.group = streams_[i].group;
-    own.firstStream = own.lastStream = static_cast<std::int32_t>(i);
-    if (i > 0 && own.trackNumber <= tracks[i - 1].trackNumber) ascending = false;
-  }
-  return ascending;
+void FileTracks::readStreams() {
+  streams_.visit([this](const auto& streams) {
+    const auto tracks = tracks_.reset(streams.size());
+    for (std::size_t i = 0; i < tracks.size(); ++i)
+      tracks[i] = tracksOf(streams[i], static_cast<std::int32_t>(i));
+  });
 }
 
 // A pair-coded stream may continue the group of the track before it. Only its first track needs a
@@ -87,29 +98,33 @@ void FileTracks::joinGroups() {
   bool sharedPairStarted = false;  // never cleared: later sharers join whatever precedes them
   TrackCursor previous = {streamCount(), 0};
   for (TrackCursor at = begin(); !atEnd(at); previous = at, at = nextStream(at)) {
-    if (info(at).isPairCoded != 1) continue;
+    if (tracks(at).isPairCoded != 1) continue;
     if (atEnd(previous)) {
       sharedPairStarted = true;
       continue;
     }
     const StreamTracks& before = tracks(previous);
     StreamTracks& own = tracks_.records()[index(at.stream)];
-    const bool shares = sharesPair(info(at));
-    const bool joins = shares ? sharedPairStarted
-                              : own.trackNumber == before.trackNumber && own.group != before.group;
-    if (shares) sharedPairStarted = true;
+    const bool joins = own.sharesPair
+                           ? sharedPairStarted
+                           : own.trackNumber == before.trackNumber && own.group != before.group;
+    if (own.sharesPair) sharedPairStarted = true;
     if (!joins) continue;
     own.group = before.group;
-    own.firstIndexInGroup = wrappingSum(before.firstIndexInGroup, info(previous).channelCount);
+    own.firstIndexInGroup = wrappingSum(before.firstIndexInGroup, before.channelCount);
   }
 }
 
-// Streams of one pair repeat their number one after the other; then their own order serves.
+// Files list their streams by ascending track number as a rule; then no two share one. Streams of
+// one pair repeat their number one after the other; then their own order serves.
 void FileTracks::linkSameNumbers() {
   const auto tracks = tracks_.records();
+  const auto isBelow = [](const StreamTracks& a, const StreamTracks& b) {
+    return a.trackNumber < b.trackNumber;
+  };
+  if (std::ranges::adjacent_find(tracks, std::not_fn(isBelow)) == tracks.end()) return;
   ScratchArray<std::int32_t, 32> orderStorage;
-  orderStorage.reset(tracks.size());
-  const auto order = orderStorage.records();
+  const auto order = orderStorage.reset(tracks.size());
   std::iota(order.begin(), order.end(), 0);
   const auto numberOf = [&](std::int32_t stream) { return tracks[index(stream)].trackNumber; };
   if (!std::ranges::is_sorted(order, {}, numberOf))

@@ -4,20 +4,27 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <span>
 
 #include "analyser/scratch_array.h"
-#include "api/audio_stream_info.h"
+#include "analyser/stream_list.h"
 
 namespace kestrel {
 
-/// What the analyser derives from one stream and the streams before it.
+/// What the analyser keeps of one stream: its numbers, and what they and the streams before it make
+/// of its tracks. The texts are not needed any more, but for labels.
 struct StreamTracks {
   std::int64_t trackNumber = 0;        // leading number of the stream's id
+  std::int32_t channelCount = 0;       // tracks; none when it is 0 or less
+  std::int32_t sourceGroup = 0;        // the stream's own group
+  std::int32_t group = 0;              // that, or the one that the stream joined
+  std::int32_t firstIndexInGroup = 0;  // of the first track; the others count up and wrap
   std::int32_t firstStream = 0;        // index of the first stream with this track number
   std::int32_t lastStream = 0;         // and of the last one
-  std::int32_t group = 0;              // the stream's group, or the one that it joined
-  std::int32_t firstIndexInGroup = 0;  // of the first track; the others count up and wrap
+  std::int32_t formatKey1 = 0;
+  std::int32_t formatKey2 = 0;
+  std::int32_t formatKey3 = 0;
+  std::uint8_t isPairCoded = 0;
+  bool sharesPair = false;  // pair-coded or not: marked to share the one pair of all its like
 };
 
 /// One track: the stream that carries it and its place in that stream. A cursor never rests on a
@@ -29,15 +36,17 @@ struct TrackCursor {
 
 /// The file's track total: the channels of ordinary streams, two for each pair of pair-coded ones.
 /// Summed as unsigned 32-bit, wrapping.
-std::uint32_t countFileTracks(std::span<const AudioStreamInfo> streams) noexcept;
+std::uint32_t countFileTracks(const StreamList& streams) noexcept;
 
 class FileTracks {
  public:
-  explicit FileTracks(std::span<const AudioStreamInfo> streams) : streams_(streams) {}
+  explicit FileTracks(const StreamList& streams) : streams_(streams) {}
 
   /// Derives the tracks of every stream and joins the groups of pair-coded ones. Before it the list
   /// has no tracks to visit. Raises std::bad_alloc.
   void expand();
+
+  const StreamList& streams() const { return streams_; }
 
   TrackCursor begin() const { return skipEmpty({0, 0}); }
   bool atEnd(TrackCursor at) const { return at.stream == streamCount(); }
@@ -45,28 +54,35 @@ class FileTracks {
   /// The first track after those of the cursor's stream.
   TrackCursor nextStream(TrackCursor at) const { return skipEmpty({at.stream + 1, 0}); }
 
+  /// Moves the cursor over the next `count` tracks, or as many as there are, and returns how many.
+  std::int32_t pass(TrackCursor& at, std::int32_t count) const {
+    std::int32_t passed = 0;
+    while (passed < count && !atEnd(at)) {
+      const std::int32_t step = std::min(count - passed, restOfStream(at));
+      passed += step;
+      at = behind(at, step);
+    }
+    return passed;
+  }
+
   /// The track `count` further on, or the end; count >= 0.
   TrackCursor advance(TrackCursor at, std::int32_t count) const {
-    while (count > 0 && !atEnd(at)) {
-      const std::int32_t step = std::min(count, restOfStream(at));
-      count -= step;
-      at.offset += step;
-      if (at.offset == info(at).channelCount) at = nextStream(at);
-    }
+    pass(at, count);
     return at;
   }
 
-  /// Tracks from the cursor to the end of its stream, at least 1.
-  std::int32_t restOfStream(TrackCursor at) const { return info(at).channelCount - at.offset; }
+  /// The track behind the next `count` tracks of the cursor's stream, which has as many.
+  TrackCursor behind(TrackCursor at, std::int32_t count) const {
+    at.offset += count;
+    return at.offset == tracks(at).channelCount ? nextStream(at) : at;
+  }
 
-  const AudioStreamInfo& info(TrackCursor at) const { return streams_[index(at.stream)]; }
-  const AudioStreamInfo& firstOfNumber(TrackCursor at) const {
-    return streams_[index(tracks(at).firstStream)];
-  }
-  const AudioStreamInfo& lastOfNumber(TrackCursor at) const {
-    return streams_[index(tracks(at).lastStream)];
-  }
-  const StreamTracks& tracks(TrackCursor at) const { return tracks_.records()[index(at.stream)]; }
+  /// Tracks from the cursor to the end of its stream, at least 1.
+  std::int32_t restOfStream(TrackCursor at) const { return tracks(at).channelCount - at.offset; }
+
+  const StreamTracks& tracks(TrackCursor at) const { return ofStream(at.stream); }
+  const StreamTracks& lastOfNumber(TrackCursor at) const { return ofStream(tracks(at).lastStream); }
+  LabelText labels(TrackCursor at) const { return streams_.labels(index(tracks(at).firstStream)); }
 
   std::int32_t indexInGroup(TrackCursor at) const {
     return wrappingSum(tracks(at).firstIndexInGroup, at.offset);
@@ -78,17 +94,20 @@ class FileTracks {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
   }
 
-  std::int32_t streamCount() const { return static_cast<std::int32_t>(streams_.size()); }
+  const StreamTracks& ofStream(std::int32_t stream) const {
+    return tracks_.records()[index(stream)];
+  }
+  std::int32_t streamCount() const { return static_cast<std::int32_t>(tracks_.records().size()); }
   TrackCursor skipEmpty(TrackCursor at) const {
-    while (!atEnd(at) && info(at).channelCount <= 0) ++at.stream;
+    while (!atEnd(at) && tracks(at).channelCount <= 0) ++at.stream;
     return at;
   }
 
-  bool numberStreams();
+  void readStreams();
   void joinGroups();
   void linkSameNumbers();
 
-  std::span<const AudioStreamInfo> streams_;
+  StreamList streams_;
   ScratchArray<StreamTracks, 32> tracks_;
 };
 

@@ -136,8 +136,8 @@ std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept
     name.append(serviceList[length]);
   const std::string_view text = serviceList.substr(0, length);
   serviceList.remove_prefix(std::min(length + 1, serviceList.size()));
-  return LayoutElement{
-      text, isSilent(text) ? serviceWithoutHyphens(text) : serviceCalled(name, length)};
+  return LayoutElement{text,
+                       isSilent(text) ? serviceWithoutHyphens(text) : serviceCalled(name, length)};
 }
 
 std::int32_t tracksOf(StreamType service) noexcept {

@@ -1,5 +1,6 @@
 // Digits are gathered below zero, because the negative range of 64 bits is the larger one: so the
-// smallest number needs no case of its own.
+// smallest number needs no case of its own. The first digits, which are all in nearly every text,
+// cannot leave the range and are not checked for that.
 #include "analyser/leading_number.h"
 
 #include <limits>
@@ -9,32 +10,46 @@ namespace kestrel {
 namespace {
 
 constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
+constexpr int kSafeDigits = std::numeric_limits<std::int64_t>::digits10;
 
-bool isSpace(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
+template <class Char>
+bool isSpace(Char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+template <class Char>
+bool isDigit(Char c) {
+  return c >= '0' && c <= '9';
+}
 
 // The negated value of the digits at the front of the text, kLowest when it is below that.
-std::int64_t negatedDigits(std::wstring_view text) {
+template <class Char>
+std::int64_t negatedDigits(const Char* text) {
   std::int64_t value = 0;
-  for (const wchar_t c : text) {
-    if (!isDigit(c)) break;
-    const std::int64_t digit = c - L'0';
-    if (value < kLowest / 10 || (value == kLowest / 10 && digit > -(kLowest % 10))) return kLowest;
+  const Char* const safeEnd = text + kSafeDigits;
+  for (; isDigit(*text); ++text) {
+    const std::int64_t digit = *text - '0';
+    if (text >= safeEnd &&
+        (value < kLowest / 10 || (value == kLowest / 10 && digit > -(kLowest % 10))))
+      return kLowest;
     value = value * 10 - digit;
   }
   return value;
 }
 
-}  // namespace
-
-std::int64_t leadingNumber(std::wstring_view text) noexcept {
-  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
-  const bool negative = !text.empty() && text.front() == L'-';
-  if (negative || (!text.empty() && text.front() == L'+')) text.remove_prefix(1);
+template <class Char>
+std::int64_t numberAtFront(const Char* text) {
+  while (isSpace(*text)) ++text;
+  const bool negative = *text == '-';
+  if (negative || *text == '+') ++text;
   const std::int64_t negated = negatedDigits(text);
   if (negative) return negated;
   return negated == kLowest ? std::numeric_limits<std::int64_t>::max() : -negated;
 }
+
+}  // namespace
+
+std::int64_t leadingNumber(const wchar_t* text) noexcept { return numberAtFront(text); }
+std::int64_t leadingNumber(const char* text) noexcept { return numberAtFront(text); }
 
 }  // namespace kestrel

@@ -12,7 +12,8 @@ namespace kestrel {
 
 template <class T, std::size_t kInline>
 class ScratchArray {
-  static_assert(std::is_trivially_copyable_v<T>, "records are assigned to raw memory, then dropped");
+  static_assert(std::is_trivially_copyable_v<T>,
+                "records are assigned to raw memory, then dropped");
 
  public:
   ScratchArray() = default;

@@ -1,6 +1,7 @@
 // Writes out which tracks a finding was given.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,13 +14,19 @@ namespace kestrel {
 /// record with the same members.
 template <class Slots>
 void fillSlots(const ServiceFinding& finding, const FileTracks& tracks, Slots& slots) {
-  TrackCursor at = finding.first;
-  for (std::int32_t i = 0; i < finding.found; ++i, at = tracks.advance(at, 1)) {
-    auto& slot = slots[static_cast<std::size_t>(i)];
-    slot.trackNumber = tracks.tracks(at).trackNumber;
-    slot.group = tracks.tracks(at).group;
-    slot.sourceGroup = tracks.info(at).group;
-    slot.indexInGroup = tracks.indexInGroup(at);
+  std::size_t slot = 0;
+  const auto found = static_cast<std::size_t>(finding.found);
+  for (TrackCursor at = finding.first; slot < found; at = tracks.nextStream(at)) {
+    const StreamTracks& own = tracks.tracks(at);
+    auto index = static_cast<std::uint32_t>(tracks.indexInGroup(at));  // wraps
+    const std::size_t end =
+        std::min(found, slot + static_cast<std::size_t>(tracks.restOfStream(at)));
+    for (; slot < end; ++slot, ++index) {
+      slots[slot].trackNumber = own.trackNumber;
+      slots[slot].group = own.group;
+      slots[slot].sourceGroup = own.sourceGroup;
+      slots[slot].indexInGroup = static_cast<std::int32_t>(index);
+    }
   }
 }
 

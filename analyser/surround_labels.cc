@@ -1,72 +1,110 @@
-// A label of a 5.1 mix has at most three characters, so the text of a mix has a fixed room and a
-// longer token ends the reading at once.
+// A label of a 5.1 mix has at most three characters, so of a longer one no more is looked at than
+// that it is longer: its end is looked for only when a label behind it is wanted.
 #include "analyser/surround_labels.h"
 
 #include <algorithm>
-#include <string>
 
 namespace kestrel {
 
 namespace {
 
-// Takes `skipped` tokens and one more off the front of the text, and returns the last one.
-std::wstring_view takeLabelAfter(std::wstring_view& text, std::int64_t skipped) {
-  for (; skipped > 0 && !text.empty(); --skipped) takeLabel(text);
-  return takeLabel(text);
+constexpr std::size_t kLongestLabel = 3;  // LFE
+
+constexpr bool isBlank(auto c) { return c == ' '; }
+
+// Up to three characters of a label as a number.
+using PackedLabel = std::uint32_t;
+
+constexpr PackedLabel append(PackedLabel label, std::uint32_t c) { return label << 8U | c; }
+
+constexpr auto kPackedLabels = [] {
+  std::array<PackedLabel, kSurroundLabelCount> packed{};
+  for (std::size_t i = 0; i < packed.size(); ++i)
+    for (const char c : kSurroundLabels[i])
+      packed[i] = append(packed[i], static_cast<unsigned char>(c));
+  return packed;
+}();
+
+template <class Char>
+void skipBlanks(std::basic_string_view<Char>& text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
 }
 
 template <class Char>
-bool isFullSet(std::basic_string_view<Char> text) {
-  std::array<bool, kSurroundLabels.size()> seen{};
-  for (auto label = takeLabel(text); !label.empty(); label = takeLabel(text)) {
-    const auto known = std::ranges::find_if(
-        kSurroundLabels, [&](std::wstring_view one) { return std::ranges::equal(one, label); });
-    if (known == kSurroundLabels.end()) return false;
-    bool& alreadySeen = seen[static_cast<std::size_t>(known - kSurroundLabels.begin())];
-    if (alreadySeen) return false;
-    alreadySeen = true;
+void skipLabel(std::basic_string_view<Char>& text) {
+  while (!text.empty() && !isBlank(text.front())) text.remove_prefix(1);
+  skipBlanks(text);
+}
+
+// The label at the front of a text that does not begin with a blank.
+template <class Char>
+SurroundLabel frontLabel(std::basic_string_view<Char> text) {
+  PackedLabel label = 0;
+  std::size_t length = 0;
+  for (; length < text.size() && !isBlank(text[length]); ++length) {
+    const auto c = static_cast<std::uint32_t>(text[length]);
+    if (length == kLongestLabel || c < 1 || c > 0x7F) return kOtherLabel;
+    label = append(label, c);
   }
-  return std::ranges::all_of(seen, [](bool label) { return label; });
+  if (length == 0) return kNoLabel;
+  const auto known = std::ranges::find(kPackedLabels, label);
+  return known == kPackedLabels.end() ? kOtherLabel
+                                      : static_cast<SurroundLabel>(known - kPackedLabels.begin());
+}
+
+// Moves behind `count` labels and the blanks in front of the next one, which it returns.
+SurroundLabel skipTo(LabelText& text, std::int32_t count) {
+  return std::visit(
+      [=](auto& rest) {
+        skipBlanks(rest);
+        for (std::int32_t i = 0; i < count && !rest.empty(); ++i) skipLabel(rest);
+        return frontLabel(rest);
+      },
+      text);
+}
+
+// Puts a label into its place unless it is none of the six or stands already.
+bool add(SurroundOrder& order, std::size_t place, SurroundLabel label) {
+  const auto before = order.begin() + static_cast<std::ptrdiff_t>(place);
+  if (label < 0 || std::find(order.begin(), before, label) != before) return false;
+  *before = label;
+  return true;
 }
 
 }  // namespace
 
-std::wstring_view labelAt(std::wstring_view text, std::int32_t index) noexcept {
-  return index < 0 ? std::wstring_view{} : takeLabelAfter(text, index);
+SurroundLabel labelAt(LabelText text, std::int32_t index) noexcept {
+  return index < 0 ? kNoLabel : skipTo(text, index);
 }
 
-bool checkSurroundLabels(std::wstring_view text) noexcept { return isFullSet(text); }
-bool checkSurroundLabels(std::string_view text) noexcept { return isFullSet(text); }
+std::optional<SurroundOrder> surroundOrderOf(LabelText text) noexcept {
+  SurroundOrder order{};
+  for (std::size_t i = 0; i < order.size(); ++i)
+    if (!add(order, i, skipTo(text, i == 0 ? 0 : 1))) return std::nullopt;
+  if (skipTo(text, 1) != kNoLabel) return std::nullopt;
+  return order;
+}
 
-std::wstring_view SurroundLabelReader::read(TrackCursor at) noexcept {
-  length_ = 0;
-  for (std::int32_t i = 0; i < kLabels; ++i, at = tracks_.advance(at, 1))
-    if (tracks_.atEnd(at) || !append(labelOf(at))) return {};
-  const std::wstring_view text(text_.data(), length_);
-  return checkSurroundLabels(text) ? text : std::wstring_view{};
+std::optional<SurroundOrder> SurroundLabelReader::read(TrackCursor at) noexcept {
+  SurroundOrder order{};
+  for (std::size_t i = 0; i < order.size(); ++i, at = tracks_.advance(at, 1))
+    if (tracks_.atEnd(at) || !add(order, i, labelOf(at))) return std::nullopt;
+  return order;
 }
 
 // The label text of a track number is that of the first stream with the number.
-std::wstring_view SurroundLabelReader::labelOf(TrackCursor at) noexcept {
+SurroundLabel SurroundLabelReader::labelOf(TrackCursor at) noexcept {
   const std::int32_t stream = tracks_.tracks(at).firstStream;
   const std::int32_t index = tracks_.indexInGroup(at);
-  if (index < 0) return {};
-  if (stream != stream_ || index < nextIndex_) {
+  if (index < 0) return kNoLabel;
+  if (stream != stream_ || index < index_) {
     stream_ = stream;
-    nextIndex_ = 0;
-    rest_ = tracks_.firstOfNumber(at).trackLabels;
+    index_ = 0;
+    rest_ = tracks_.labels(at);
   }
-  const std::wstring_view label = takeLabelAfter(rest_, index - nextIndex_);
-  nextIndex_ = std::int64_t{index} + 1;
-  return label;
-}
-
-bool SurroundLabelReader::append(std::wstring_view label) noexcept {
-  if (label.empty() || label.size() > kLongestLabel) return false;
-  if (length_ > 0) text_[length_++] = L' ';
-  std::ranges::copy(label, text_.begin() + static_cast<std::ptrdiff_t>(length_));
-  length_ += label.size();
-  return true;
+  const std::int32_t skipped = index - index_;
+  index_ = index;
+  return skipTo(rest_, skipped);
 }
 
 }  // namespace kestrel

@@ -1,4 +1,4 @@
-// Both functions take one character after the other off the front of the text.
+// Runs of ASCII are passed at once, other characters one after the other.
 //
 //   lead byte   trail bytes   first trail byte, where it is narrower than 80..BF
 //   00..7F      0
@@ -8,6 +8,7 @@
 #include "analyser/utf8.h"
 
 #include <cstdint>
+#include <cstring>
 
 namespace kestrel {
 
@@ -47,43 +48,29 @@ std::size_t wellFormedLength(std::string_view text) {
   return length;
 }
 
-std::uint32_t codePoint(std::string_view text, std::size_t length) {
-  if (length == 1) return byteAt(text, 0);
-  std::uint32_t value = byteAt(text, 0) & (0x7FU >> length);
-  for (std::size_t i = 1; i < length; ++i) value = (value << 6U) | (byteAt(text, i) & 0x3FU);
-  return value;
-}
-
-void append(std::wstring& wide, std::uint32_t point) {
-  if constexpr (sizeof(wchar_t) == 2) {
-    if (point > 0xFFFF) {
-      wide += static_cast<wchar_t>(0xD800U + ((point - 0x10000U) >> 10U));
-      point = 0xDC00U + ((point - 0x10000U) & 0x3FFU);
-    }
+// Length of the ASCII at the front, which is looked at by eight bytes at once; up to seven more may
+// follow.
+std::size_t asciiLength(std::string_view text) {
+  constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
+  std::uint64_t bytes = 0;
+  std::size_t length = 0;
+  for (; text.size() - length >= sizeof bytes; length += sizeof bytes) {
+    std::memcpy(&bytes, text.data() + length, sizeof bytes);
+    if ((bytes & kHighBits) != 0) break;
   }
-  wide += static_cast<wchar_t>(point);
+  return length;
 }
 
 }  // namespace
 
 std::optional<std::size_t> firstBadByte(std::string_view text) noexcept {
-  for (std::size_t at = 0; at < text.size();) {
+  for (std::size_t at = asciiLength(text); at < text.size();) {
     const std::size_t length = wellFormedLength(text.substr(at));
     if (length == 0) return at;
     at += length;
+    if (length > 1) at += asciiLength(text.substr(at));
   }
   return std::nullopt;
-}
-
-std::wstring widen(std::string_view text) {
-  std::wstring wide;
-  wide.reserve(text.size());
-  while (!text.empty()) {
-    const std::size_t length = wellFormedLength(text);
-    append(wide, codePoint(text, length));
-    text.remove_prefix(length);
-  }
-  return wide;
 }
 
 }  // namespace kestrel

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace kestrel {
@@ -11,9 +10,5 @@ namespace kestrel {
 /// The 0-based position of the first byte that does not belong to a well-formed character (overlong
 /// forms, surrogates and code points past U+10FFFF are not well-formed); nothing when all do.
 std::optional<std::size_t> firstBadByte(std::string_view text) noexcept;
-
-/// The wide form of a well-formed text: one unit per character, or UTF-16 where wide characters
-/// have 16 bits. Raises std::bad_alloc.
-std::wstring widen(std::string_view text);
 
 }  // namespace kestrel

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/stream_list.h"
 #include "api/ebu_r123.h"
 #include "catalogue/host_text.h"
 #include "standards/ebu_r123_evaluation.h"
@@ -34,8 +35,9 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
                                        (allowTwoTrackStreams & 0xFF) != 0, streams, streamCount,
                                        false, false);
   std::int32_t decided = *item;
-  const std::vector<ServiceMapResult> records = evaluateEbuR123(
-      manager.streams(), manager.allowTwoTrackStreams(), manager.EbuR123Configurations, decided);
+  const std::vector<ServiceMapResult> records =
+      evaluateEbuR123(streamSpan(streams, streamCount), manager.allowTwoTrackStreams(),
+                      manager.EbuR123Configurations, decided);
   *item = decided;
   if (decided == NO_SERVICE_MAP_ITEM) return;
   *resultCount = static_cast<std::int32_t>(records.size());

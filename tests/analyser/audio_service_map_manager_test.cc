@@ -176,8 +176,8 @@ std::vector<Track> expand(const std::vector<AudioStreamInfo>& streams) {
   tracks.expand();
   std::vector<Track> list;
   for (TrackCursor at = tracks.begin(); !tracks.atEnd(at); at = tracks.advance(at, 1))
-    list.push_back({tracks.tracks(at).trackNumber, tracks.tracks(at).group, tracks.info(at).group,
-                    tracks.indexInGroup(at)});
+    list.push_back({tracks.tracks(at).trackNumber, tracks.tracks(at).group,
+                    tracks.tracks(at).sourceGroup, tracks.indexInGroup(at)});
   return list;
 }
 

@@ -55,5 +55,26 @@ TEST(LeadingNumber, ReadsTheNumberAtTheFront) {
     EXPECT_EQ(leadingNumber(row.text), row.number) << ::testing::PrintToString(row.text);
 }
 
+TEST(LeadingNumber, ReadsBothWidthsAlike) {
+  const struct {
+    const char* text;
+    std::int64_t number;
+  } rows[] = {
+      {"", 0},
+      {"3-4", 3},
+      {" \t-5", -5},
+      {"\xC2\xA0"
+       "5",
+       0},
+      {"\xFF", 0},
+      {"999999999999999999", 999999999999999999},
+      {"x", 0},
+      {"-00000000000000000000017", -17},
+      {"9223372036854775807", kMax},
+      {"-9223372036854775809", kMin},
+  };
+  for (const auto& row : rows) EXPECT_EQ(leadingNumber(row.text), row.number) << row.text;
+}
+
 }  // namespace
 }  // namespace kestrel

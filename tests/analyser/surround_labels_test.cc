@@ -2,52 +2,92 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kestrel {
 namespace {
 
+// The number of a label among the six.
+SurroundLabel numberOf(std::string_view label) {
+  return static_cast<SurroundLabel>(std::ranges::find(kSurroundLabels, label) -
+                                    kSurroundLabels.begin());
+}
+
 TEST(LabelAt, TakesTheTokenWithTheIndex) {
+  const SurroundLabel left = numberOf("L");
+  const SurroundLabel right = numberOf("R");
   const struct {
     std::wstring text;
     std::int32_t index;
-    std::wstring label;
+    SurroundLabel label;
   } rows[] = {
-      {L"L R C", 0, L"L"},     {L"L R C", 2, L"C"},     {L"L R C", 3, L""},
-      {L"", 0, L""},           {L"   ", 0, L""},        {L"   ", 1, L""},
-      {L"  L   R  ", 0, L"L"}, {L"  L   R  ", 1, L"R"}, {L"  L   R  ", 2, L""},
-      {L"L\tR C", 0, L"L\tR"}, {L"L", INT_MAX, L""},    {L"L R", -1, L""},
-      {L"L R", INT_MIN, L""},
+      {L"L R C", 0, left},
+      {L"L R C", 2, numberOf("C")},
+      {L"L R C", 3, kNoLabel},
+      {L"", 0, kNoLabel},
+      {L"   ", 0, kNoLabel},
+      {L"   ", 1, kNoLabel},
+      {L"  L   R  ", 0, left},
+      {L"  L   R  ", 1, right},
+      {L"  L   R  ", 2, kNoLabel},
+      {L"L\tR C", 0, kOtherLabel},
+      {L"L", INT_MAX, kNoLabel},
+      {L"L R", -1, kNoLabel},
+      {L"L R", INT_MIN, kNoLabel},
+      {L"LFE", 0, numberOf("LFE")},
+      {L"LFEL L", 0, kOtherLabel},
+      {L"LFEL L", 1, left},
+      {std::wstring(10000, L'x') + L" R", 1, right},
+      {L"l", 0, kOtherLabel},
+      {L"\x014C", 0, kOtherLabel},
+      {L"\u4C73", 0, kOtherLabel},  // the bytes of "Ls"
+      {std::wstring(L"\0L", 2), 0, kOtherLabel},
+      {std::wstring(L"L\0", 2), 0, kOtherLabel},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(labelAt(row.text, row.index), row.label)
+    EXPECT_EQ(labelAt(std::wstring_view(row.text), row.index), row.label)
         << ::testing::PrintToString(row.text) << " at " << row.index;
 }
 
-TEST(CheckSurroundLabels, WantsEachOfTheSixLabelsOnce) {
+TEST(LabelAt, ReadsBothWidthsAlike) {
+  EXPECT_EQ(labelAt(std::string_view(" Rs LFE"), 1), numberOf("LFE"));
+  EXPECT_EQ(labelAt(std::string_view("\xC5\x8C"), 0), kOtherLabel);
+  EXPECT_EQ(labelAt(std::string_view("L"), 1), kNoLabel);
+}
+
+std::wstring textOrNothing(const std::optional<SurroundOrder>& order) {
+  if (!order) return L"";
+  const auto text = textOf<wchar_t>(*order);
+  return {text.begin(), text.end()};
+}
+
+TEST(SurroundOrderOf, WantsEachOfTheSixLabelsOnce) {
   const struct {
     std::wstring text;
-    bool passes;
+    std::wstring labels;
   } rows[] = {
-      {L"L R C LFE Ls Rs", true},
-      {L"L R Ls Rs C LFE", true},
-      {L"  Rs  Ls LFE C R L  ", true},
-      {L"", false},
-      {L" ", false},
-      {L"L R C LFE Ls", false},
-      {L"L L C LFE Ls Rs", false},
-      {L"L R C LFE Ls Rs L", false},
-      {L"L R C LFE Ls Rs X", false},
-      {L"l R C LFE Ls Rs", false},
-      {L"L R C Lfe Ls Rs", false},
-      {L"L R C LFE LS RS", false},
-      {L"L\tR C LFE Ls Rs", false},
-      {L"LRCLFELsRs", false},
+      {L"L R C LFE Ls Rs", L"L R C LFE Ls Rs"},
+      {L"L R Ls Rs C LFE", L"L R Ls Rs C LFE"},
+      {L"  Rs  Ls LFE C R L  ", L"Rs Ls LFE C R L"},
+      {L"", L""},
+      {L" ", L""},
+      {L"L R C LFE Ls", L""},
+      {L"L L C LFE Ls Rs", L""},
+      {L"L R C LFE Ls Rs L", L""},
+      {L"L R C LFE Ls Rs X", L""},
+      {L"l R C LFE Ls Rs", L""},
+      {L"L R C Lfe Ls Rs", L""},
+      {L"L R C LFE LS RS", L""},
+      {L"L\tR C LFE Ls Rs", L""},
+      {L"LRCLFELsRs", L""},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(checkSurroundLabels(row.text), row.passes) << ::testing::PrintToString(row.text);
+    EXPECT_EQ(textOrNothing(surroundOrderOf(std::wstring_view(row.text))), row.labels)
+        << ::testing::PrintToString(row.text);
 }
 
 class SurroundLabelReading : public ::testing::Test {
@@ -64,7 +104,7 @@ class SurroundLabelReading : public ::testing::Test {
     FileTracks tracks(streams_);
     tracks.expand();
     SurroundLabelReader reader(tracks);
-    return std::wstring(reader.read(tracks.advance(tracks.begin(), firstTrack)));
+    return textOrNothing(reader.read(tracks.advance(tracks.begin(), firstTrack)));
   }
 
   std::vector<AudioStreamInfo> streams_;
@@ -75,10 +115,12 @@ TEST_F(SurroundLabelReading, CountsOnInsideALongStream) {
   FileTracks tracks(streams_);
   tracks.expand();
   SurroundLabelReader reader(tracks);
-  const auto at = [&](std::int32_t track) { return tracks.advance(tracks.begin(), track); };
-  EXPECT_EQ(reader.read(at(2)), L"L R C LFE Ls Rs");
-  EXPECT_EQ(reader.read(at(8)), L"Rs Ls LFE C R L");
-  EXPECT_EQ(reader.read(at(2)), L"L R C LFE Ls Rs") << "an earlier track after a later one";
+  const auto readAt = [&](std::int32_t track) {
+    return textOrNothing(reader.read(tracks.advance(tracks.begin(), track)));
+  };
+  EXPECT_EQ(readAt(2), L"L R C LFE Ls Rs");
+  EXPECT_EQ(readAt(8), L"Rs Ls LFE C R L");
+  EXPECT_EQ(readAt(2), L"L R C LFE Ls Rs") << "an earlier track after a later one";
 }
 
 TEST_F(SurroundLabelReading, TakesTheLabelsOfTheFirstStreamWithTheNumber) {

@@ -1,0 +1,89 @@
+// The streams of a call, as the host passes them by either interface. The records of both have the
+// same numbers under the same names; what differs is the width of their texts, which only the
+// functions here know.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <variant>
+
+#include "api/audio_stream_info.h"
+#include "api/kestrel.h"
+
+namespace kestrel {
+
+/// The id of a stream up to its first NUL.
+inline const wchar_t* idOf(const AudioStreamInfo& stream) { return stream.streamId.c_str(); }
+inline const char* idOf(const KestrelStream& stream) { return stream.streamId; }
+
+inline bool hasHyphen(const AudioStreamInfo& stream) {
+  return stream.streamId.find(L'-') != std::wstring::npos;
+}
+inline bool hasHyphen(const KestrelStream& stream) {
+  return std::strchr(stream.streamId, '-') != nullptr;
+}
+
+inline std::wstring_view labelsOf(const AudioStreamInfo& stream) { return stream.trackLabels; }
+inline std::string_view labelsOf(const KestrelStream& stream) { return stream.trackLabels; }
+
+/// A text of labels in either width.
+using LabelText = std::variant<std::wstring_view, std::string_view>;
+
+/// Streams of the plain C interface: records that may be larger than those known here.
+class PlainCStreams {
+ public:
+  PlainCStreams(const KestrelStream* first, std::size_t stride, std::size_t count)
+      : first_(reinterpret_cast<const std::byte*>(first)), stride_(stride), count_(count) {}
+
+  std::size_t size() const { return count_; }
+  const KestrelStream& operator[](std::size_t i) const {
+    return *reinterpret_cast<const KestrelStream*>(first_ + i * stride_);
+  }
+
+ private:
+  const std::byte* first_;
+  std::size_t stride_;
+  std::size_t count_;
+};
+
+/// A view of the streams; they and their texts are not copied.
+class StreamList {
+ public:
+  template <class List>
+  requires std::is_convertible_v<const List&, std::span<const AudioStreamInfo>> StreamList(
+      const List& streams)
+      : streams_(std::span<const AudioStreamInfo>(streams)) {}
+  StreamList(PlainCStreams streams) : streams_(streams) {}
+
+  /// Calls `visitor` with the records as the host passed them.
+  template <class Visitor>
+  decltype(auto) visit(const Visitor& visitor) const {
+    return std::visit(visitor, streams_);
+  }
+
+  std::size_t size() const {
+    return visit([](const auto& streams) { return streams.size(); });
+  }
+  bool empty() const { return size() == 0; }
+
+  LabelText labels(std::size_t i) const {
+    return visit([=](const auto& streams) { return LabelText(labelsOf(streams[i])); });
+  }
+
+ private:
+  std::variant<std::span<const AudioStreamInfo>, PlainCStreams> streams_;
+};
+
+/// The streams of the C++ interface: NULL, and a count below 1, are no streams.
+inline std::span<const AudioStreamInfo> streamSpan(const AudioStreamInfo* streams,
+                                                   std::int32_t count) {
+  if (streams == nullptr || count < 1) return {};
+  return {streams, static_cast<std::size_t>(count)};
+}
+
+}  // namespace kestrel
