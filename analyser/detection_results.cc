@@ -1,9 +1,7 @@
 // Turns what the tracks hold into the host's records.
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <string>
-#include <string_view>
 
 #include "analyser/audio_service_map_manager.h"
 #include "analyser/neighbours.h"
@@ -14,16 +12,16 @@ namespace kestrel {
 void AudioServiceMapManager::appendRecord(std::vector<ServiceMapResult>& results,
                                           const ServiceFinding& finding) const {
   const ExpectedService& service = *finding.service;
-  std::wstring_view label = service.label;
-  std::array<wchar_t, kSurroundTextLength> derived;
-  if (finding.labels) {
-    derived = textOf<wchar_t>(*finding.labels);
-    label = {derived.data(), derived.size()};
-  }
   // Built in place from the constant slots: copying them is far quicker than setting each field.
   ServiceMapResult& record =
       results.emplace_back(kUnusedSlots, finding.trackCount, service.reported, service.isEmca,
-                           service.requested, std::wstring(label));
+                           service.requested, std::wstring());
+  if (finding.labels) {
+    const auto text = textOf<wchar_t>(*finding.labels);
+    record.label.assign(text.data(), text.size());
+  } else if (!service.label.empty()) {
+    record.label = service.label;
+  }
   fillSlots(finding, fileTracks_, record.slots);
 }
 

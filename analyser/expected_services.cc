@@ -18,15 +18,16 @@ std::size_t countElements(std::string_view serviceList) {
   return serviceList.ends_with(',') ? commas : commas + 1;
 }
 
-ExpectedService expectedOf(const LayoutElement& element, bool reportAll) {
+// Sets each field in its place: a record that is made elsewhere and copied here has to wait until
+// its small fields can be read again as parts of larger ones.
+void readService(const LayoutElement& element, bool reportAll, ExpectedService& service) {
   const bool silent = isSilent(element.text);
-  ExpectedService service;
-  service.streamType = element.service;
+  service.label = {};
   service.trackCount = tracksOf(element.service);
-  service.isEmca = element.service == kEmca;
+  service.streamType = element.service;
   service.reported = reportAll || !silent;
   service.requested = reportAll && !silent;
-  return service;
+  service.isEmca = element.service == kEmca;
 }
 
 }  // namespace
@@ -38,7 +39,7 @@ void readExpectedServices(std::string_view serviceList, bool reportAll,
   std::size_t next = 0;
   while (const auto element = takeElement(serviceList)) {
     ExpectedService& service = records[next++];
-    service = expectedOf(*element, reportAll);
+    readService(*element, reportAll, service);
     // From 0 as yet: the counter is asked when all are known.
     service.firstTrack = static_cast<std::int32_t>(total);
     if (service.trackCount > 0) total += static_cast<std::uint32_t>(service.trackCount);

@@ -18,19 +18,22 @@ bool sharesPair(const Stream& stream) {
   return stream.isPairShared != 0 && !hasHyphen(stream);
 }
 
+// Sets each field in its place: a record that is made elsewhere and copied here has to wait until
+// its small fields can be read again as parts of larger ones.
 template <class Stream>
-StreamTracks tracksOf(const Stream& stream, std::int32_t index) {
-  StreamTracks tracks;
+void readStream(const Stream& stream, std::int32_t index, StreamTracks& tracks) {
   tracks.trackNumber = leadingNumber(idOf(stream));
   tracks.channelCount = stream.channelCount;
-  tracks.sourceGroup = tracks.group = stream.group;
-  tracks.firstStream = tracks.lastStream = index;
+  tracks.sourceGroup = stream.group;
+  tracks.group = stream.group;
+  tracks.firstIndexInGroup = 0;
+  tracks.firstStream = index;
+  tracks.lastStream = index;
   tracks.formatKey1 = stream.formatKey1;
   tracks.formatKey2 = stream.formatKey2;
   tracks.formatKey3 = stream.formatKey3;
   tracks.isPairCoded = stream.isPairCoded;
   tracks.sharesPair = sharesPair(stream);
-  return tracks;
 }
 
 template <class Streams>
@@ -80,14 +83,16 @@ std::uint32_t countFileTracks(const StreamList& streams) noexcept {
 void FileTracks::expand() {
   readStreams();
   linkSameNumbers();
-  joinGroups();
+  if (hasPairCoded_) joinGroups();
 }
 
 void FileTracks::readStreams() {
   streams_.visit([this](const auto& streams) {
     const auto tracks = tracks_.reset(streams.size());
-    for (std::size_t i = 0; i < tracks.size(); ++i)
-      tracks[i] = tracksOf(streams[i], static_cast<std::int32_t>(i));
+    for (std::size_t i = 0; i < tracks.size(); ++i) {
+      readStream(streams[i], static_cast<std::int32_t>(i), tracks[i]);
+      if (tracks[i].isPairCoded != 0) hasPairCoded_ = true;
+    }
   });
 }
 

@@ -109,6 +109,7 @@ class FileTracks {
 
   StreamList streams_;
   ScratchArray<StreamTracks, 32> tracks_;
+  bool hasPairCoded_ = false;
 };
 
 }  // namespace kestrel

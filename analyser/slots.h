@@ -14,19 +14,19 @@ namespace kestrel {
 /// record with the same members.
 template <class Slots>
 void fillSlots(const ServiceFinding& finding, const FileTracks& tracks, Slots& slots) {
-  std::size_t slot = 0;
-  const auto found = static_cast<std::size_t>(finding.found);
-  for (TrackCursor at = finding.first; slot < found; at = tracks.nextStream(at)) {
+  TrackCursor at = finding.first;
+  for (std::int32_t slot = 0; slot < finding.found;) {
     const StreamTracks& own = tracks.tracks(at);
     auto index = static_cast<std::uint32_t>(tracks.indexInGroup(at));  // wraps
-    const std::size_t end =
-        std::min(found, slot + static_cast<std::size_t>(tracks.restOfStream(at)));
+    const std::int32_t end = slot + std::min(finding.found - slot, tracks.restOfStream(at));
     for (; slot < end; ++slot, ++index) {
-      slots[slot].trackNumber = own.trackNumber;
-      slots[slot].group = own.group;
-      slots[slot].sourceGroup = own.sourceGroup;
-      slots[slot].indexInGroup = static_cast<std::int32_t>(index);
+      auto& filled = slots[static_cast<std::size_t>(slot)];
+      filled.trackNumber = own.trackNumber;
+      filled.group = own.group;
+      filled.sourceGroup = own.sourceGroup;
+      filled.indexInGroup = static_cast<std::int32_t>(index);
     }
+    if (slot < finding.found) at = tracks.nextStream(at);
   }
 }
 
