@@ -4,7 +4,6 @@
 #include "analyser/assignment.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "api/service_map_result.h"
 
@@ -42,13 +41,20 @@ bool Assignment::takeProgramme(const ExpectedService& service) {
   for (; inGroup() && tracks_.tracks(at_).sourceGroup == ownGroup; at_ = tracks_.nextStream(at_))
     count += tracks_.restOfStream(at_);
   const auto slots = static_cast<std::int32_t>(std::min<std::int64_t>(count, kSlotCount));
-  finding_ = {&service, std::nullopt, slots, slots, count, first};
+  finding_.service = &service;
+  finding_.labels.reset();
+  finding_.trackCount = finding_.found = slots;
+  finding_.given = count;
+  finding_.first = first;
   return true;
 }
 
 void Assignment::takeTracks(const ExpectedService& service) {
-  finding_ = {&service, std::nullopt, service.trackCount, 0, 0, at_};
+  finding_.service = &service;
+  finding_.labels.reset();
   if (surroundCheck_ && service.streamType == k51Mix) finding_.labels = labelReader_.read(at_);
+  finding_.trackCount = service.trackCount;
+  finding_.first = at_;
   finding_.found = tracks_.pass(at_, service.trackCount);
   finding_.given = finding_.found;
 }
