@@ -16,15 +16,14 @@ AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescriptio
 
 AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescription,
                                                std::wstring_view surroundChannelOrder,
-                                               bool allowTwoTrackStreams, const StreamList& streams,
+                                               bool allowTwoTrackStreams, StreamList streams,
                                                bool reportAll, bool surroundCheck)
     : fileTrackCount_(countFileTracks(streams)),
       allowTwoTrackStreams_(allowTwoTrackStreams),
       surroundCheck_(surroundCheck),
       fileTracks_(streams) {
-  const auto entry = findEntry(layoutDescription, fileTrackCount_);
-  if (!entry) return;
-  serviceList_ = entry->serviceList;
+  serviceList_ = findServiceList(layoutDescription, fileTrackCount_);
+  if (serviceList_.empty()) return;
   readExpectedServices(serviceList_, reportAll, expectedServices_);
   for (ExpectedService& service : expectedServices_.records())
     if (service.streamType == k51Mix) service.label = surroundChannelOrder;

@@ -33,7 +33,7 @@ class AudioServiceMapManager {
                          bool allowTwoTrackStreams, const AudioStreamInfo* streams,
                          std::int32_t streamCount, bool reportAll, bool surroundCheck);
   AudioServiceMapManager(std::string_view layoutDescription, std::wstring_view surroundChannelOrder,
-                         bool allowTwoTrackStreams, const StreamList& streams, bool reportAll,
+                         bool allowTwoTrackStreams, StreamList streams, bool reportAll,
                          bool surroundCheck);
   virtual ~AudioServiceMapManager();
   AudioServiceMapManager(const AudioServiceMapManager&) = delete;
@@ -52,7 +52,7 @@ class AudioServiceMapManager {
   R123Configurations EbuR123Configurations;
 
   std::uint32_t fileTrackCount() const noexcept { return fileTrackCount_; }
-  const StreamList& streams() const noexcept { return fileTracks_.streams(); }
+  StreamList streams() const noexcept { return fileTracks_.streams(); }
   bool allowTwoTrackStreams() const noexcept { return allowTwoTrackStreams_; }
   /// The service list of the description's entry that was chosen; empty when none was.
   std::string_view serviceList() const noexcept { return serviceList_; }

@@ -76,7 +76,7 @@ void linkRuns(std::span<StreamTracks> streams, std::span<const std::int32_t> ord
 
 }  // namespace
 
-std::uint32_t countFileTracks(const StreamList& streams) noexcept {
+std::uint32_t countFileTracks(StreamList streams) noexcept {
   return streams.visit([](const auto& list) { return countTracks(list); });
 }
 

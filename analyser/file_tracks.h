@@ -36,17 +36,17 @@ struct TrackCursor {
 
 /// The file's track total: the channels of ordinary streams, two for each pair of pair-coded ones.
 /// Summed as unsigned 32-bit, wrapping.
-std::uint32_t countFileTracks(const StreamList& streams) noexcept;
+std::uint32_t countFileTracks(StreamList streams) noexcept;
 
 class FileTracks {
  public:
-  explicit FileTracks(const StreamList& streams) : streams_(streams) {}
+  explicit FileTracks(StreamList streams) : streams_(streams) {}
 
   /// Derives the tracks of every stream and joins the groups of pair-coded ones. Before it the list
   /// has no tracks to visit. Raises std::bad_alloc.
   void expand();
 
-  const StreamList& streams() const { return streams_; }
+  StreamList streams() const { return streams_; }
 
   TrackCursor begin() const { return skipEmpty({0, 0}); }
   bool atEnd(TrackCursor at) const { return at.stream == streamCount(); }

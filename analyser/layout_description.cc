@@ -85,6 +85,14 @@ static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
   return name.size() <= PackedName::kLongest;
 }));
 
+constexpr auto kTracks = [] {
+  std::array<std::int32_t, kUnknown + 1> tracks{};
+  std::ranges::copy(StreamTypeWidths, tracks.begin());
+  tracks[kEmca] = StreamTypeWidths.at(kDolbyE);
+  tracks[kUnknown] = -1;
+  return tracks;
+}();
+
 StreamType serviceCalled(PackedName name, std::size_t length) {
   if (length > PackedName::kLongest) return kUnknown;
   for (const ServiceName& known : kServiceNames)
@@ -121,11 +129,10 @@ std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept {
   return std::nullopt;
 }
 
-std::optional<LayoutEntry> findEntry(std::string_view description,
-                                     std::uint32_t trackTotal) noexcept {
+std::string_view findServiceList(std::string_view description, std::uint32_t trackTotal) noexcept {
   while (const auto entry = takeEntry(description))
-    if (entry->trackTotal == trackTotal) return entry;
-  return std::nullopt;
+    if (entry->trackTotal == trackTotal) return entry->serviceList;
+  return {};
 }
 
 std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept {
@@ -141,13 +148,6 @@ std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept
 }
 
 std::int32_t tracksOf(StreamType service) noexcept {
-  constexpr std::array<std::int32_t, kUnknown + 1> kTracks = [] {
-    std::array<std::int32_t, kUnknown + 1> tracks{};
-    std::ranges::copy(StreamTypeWidths, tracks.begin());
-    tracks[kEmca] = StreamTypeWidths.at(kDolbyE);
-    tracks[kUnknown] = -1;
-    return tracks;
-  }();
   return kTracks[static_cast<std::size_t>(service)];
 }
 

@@ -20,9 +20,8 @@ struct LayoutEntry {
 /// empty) when there is none left. Works on bytes, whatever the locale.
 std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept;
 
-/// The first entry for a track total.
-std::optional<LayoutEntry> findEntry(std::string_view description,
-                                     std::uint32_t trackTotal) noexcept;
+/// The service list of the first entry for a track total; empty when there is no such entry.
+std::string_view findServiceList(std::string_view description, std::uint32_t trackTotal) noexcept;
 
 /// One element of a service list.
 struct LayoutElement {

@@ -37,47 +37,59 @@ using LabelText = std::variant<std::wstring_view, std::string_view>;
 /// Streams of the plain C interface: records that may be larger than those known here.
 class PlainCStreams {
  public:
-  PlainCStreams(const KestrelStream* first, std::size_t stride, std::size_t count)
-      : first_(reinterpret_cast<const std::byte*>(first)), stride_(stride), count_(count) {}
+  PlainCStreams(const KestrelStream* first, std::uint32_t stride, std::size_t count)
+      : first_(first), stride_(stride), count_(count) {}
 
+  const KestrelStream* data() const { return first_; }
+  std::uint32_t stride() const { return stride_; }
   std::size_t size() const { return count_; }
   const KestrelStream& operator[](std::size_t i) const {
-    return *reinterpret_cast<const KestrelStream*>(first_ + i * stride_);
+    return *reinterpret_cast<const KestrelStream*>(reinterpret_cast<const std::byte*>(first_) +
+                                                   i * stride_);
   }
 
  private:
-  const std::byte* first_;
-  std::size_t stride_;
+  const KestrelStream* first_;
+  std::uint32_t stride_;
   std::size_t count_;
 };
 
-/// A view of the streams; they and their texts are not copied.
+/// A view of the streams; they and their texts are not copied. It fits into two registers, so that
+/// it is handed on without a detour through memory.
 class StreamList {
  public:
   template <class List>
   requires std::is_convertible_v<const List&, std::span<const AudioStreamInfo>> StreamList(
       const List& streams)
-      : streams_(std::span<const AudioStreamInfo>(streams)) {}
-  StreamList(PlainCStreams streams) : streams_(streams) {}
+      : StreamList(std::span<const AudioStreamInfo>(streams)) {}
+  StreamList(std::span<const AudioStreamInfo> streams)
+      : first_(streams.data()), count_(static_cast<std::uint32_t>(streams.size())) {}
+  StreamList(const PlainCStreams& streams)
+      : first_(streams.data()),
+        count_(static_cast<std::uint32_t>(streams.size())),
+        plainCStride_(streams.stride()) {}
+
+  std::size_t size() const { return count_; }
+  bool empty() const { return count_ == 0; }
 
   /// Calls `visitor` with the records as the host passed them.
   template <class Visitor>
   decltype(auto) visit(const Visitor& visitor) const {
-    return std::visit(visitor, streams_);
+    if (plainCStride_ == 0)
+      return visitor(std::span(static_cast<const AudioStreamInfo*>(first_), count_));
+    return visitor(PlainCStreams(static_cast<const KestrelStream*>(first_), plainCStride_, count_));
   }
-
-  std::size_t size() const {
-    return visit([](const auto& streams) { return streams.size(); });
-  }
-  bool empty() const { return size() == 0; }
 
   LabelText labels(std::size_t i) const {
     return visit([=](const auto& streams) { return LabelText(labelsOf(streams[i])); });
   }
 
  private:
-  std::variant<std::span<const AudioStreamInfo>, PlainCStreams> streams_;
+  const void* first_;
+  std::uint32_t count_;             // both interfaces count in 31 bits
+  std::uint32_t plainCStride_ = 0;  // 0: records of the C++ interface
 };
+static_assert(sizeof(StreamList) == 16);
 
 /// The streams of the C++ interface: NULL, and a count below 1, are no streams.
 inline std::span<const AudioStreamInfo> streamSpan(const AudioStreamInfo* streams,

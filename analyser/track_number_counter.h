@@ -6,9 +6,10 @@
 
 namespace kestrel {
 
-/// Takes `count` consecutive track numbers and returns the first. Numbers go up by one and wrap
-/// from the largest 32-bit integer to the smallest. Threads may call it at once: no number is
-/// handed out twice before the counter has gone round.
+/// Takes `count` consecutive track numbers and returns the first. To one thread numbers go up by
+/// one from call to call; a call behind one of another thread may skip some. They wrap from the
+/// largest 32-bit integer to the smallest. Threads may call it at once: no number is handed out
+/// twice before the counter has gone round.
 std::int32_t takeTrackNumbers(std::uint32_t count) noexcept;
 
 /// `first` + `offset`, wrapped as the counter wraps.

@@ -64,13 +64,12 @@ TEST(TakeEntry, FindsTheEntriesOfADescription) {
   for (const auto& row : rows) EXPECT_EQ(entriesOf(row.text), row.entries) << row.text;
 }
 
-TEST(FindEntry, TakesTheFirstEntryOfTheTotal) {
+TEST(FindServiceList, TakesTheFirstEntryOfTheTotal) {
   const std::string text = "T4=Mono;T2=Stereo;T2=Mono,Mono";
-  ASSERT_TRUE(findEntry(text, 2));
-  EXPECT_EQ(findEntry(text, 2)->serviceList, "Stereo");
-  EXPECT_FALSE(findEntry(text, 6));
-  EXPECT_FALSE(findEntry(text, 100));
-  EXPECT_FALSE(findEntry(text, 0xFFFFFFFF));
+  EXPECT_EQ(findServiceList(text, 2), "Stereo");
+  EXPECT_EQ(findServiceList(text, 6), "");
+  EXPECT_EQ(findServiceList(text, 100), "");
+  EXPECT_EQ(findServiceList(text, 0xFFFFFFFF), "");
 }
 
 std::vector<std::string> elementsOf(std::string_view list) {
