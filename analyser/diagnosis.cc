@@ -35,12 +35,12 @@ std::vector<KestrelFinding>& Diagnosis::listOf(std::int32_t code) {
 }
 
 KestrelFinding& Diagnosis::add(std::int32_t code) {
-  KestrelFinding finding{};
+  KestrelFinding& finding = listOf(code).emplace_back();
   finding.structSize = sizeof finding;
   finding.code = code;
   finding.service = finding.slot = finding.stream = -1;
   finding.track = finding.textOffset = finding.textLength = -1;
-  return listOf(code).emplace_back(finding);
+  return finding;
 }
 
 KestrelFinding& Diagnosis::addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
@@ -121,9 +121,16 @@ void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t se
   missing.second = finding.found;
 }
 
+const std::optional<SurroundOrder>& Diagnosis::channelOrder() {
+  if (!std::exchange(channelOrderIsRead_, true))
+    channelOrder_ = surroundOrderOf(surroundChannelOrder_);
+  return channelOrder_;
+}
+
 // Labels are looked at one by one; their order only when they make a full set.
 void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t service) {
-  if (finding.labels && (!channelOrder_ || channelOrder_ == finding.labels)) return;
+  const std::optional<SurroundOrder>& order = channelOrder();
+  if (finding.labels && (!order || order == finding.labels)) return;
   const FileTracks& tracks = analyser_.fileTracks();
   std::array<std::int32_t, kSurroundLabelCount> firstSlot{};
   firstSlot.fill(-1);
@@ -140,7 +147,7 @@ void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t servic
       addAt(KESTREL_LABEL_DOUBLED, service, slot, at).first = first;
     } else {
       first = slot;
-      if (!reordered && channelOrder_ && label != (*channelOrder_)[static_cast<std::size_t>(slot)])
+      if (!reordered && order && label != (*order)[static_cast<std::size_t>(slot)])
         reordered.emplace(slot, at);
     }
   }

@@ -23,7 +23,7 @@ class Diagnosis {
             std::string_view surroundChannelOrder, bool surroundCheck)
       : analyser_(analyser),
         layoutDescription_(layoutDescription),
-        channelOrder_(surroundCheck ? surroundOrderOf(surroundChannelOrder) : std::nullopt),
+        surroundChannelOrder_(surroundChannelOrder),
         surroundCheck_(surroundCheck) {}
 
   /// Why detectServices() returned 0.
@@ -48,6 +48,7 @@ class Diagnosis {
   KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
                         TrackCursor track);
   std::int32_t indexOf(const ExpectedService& service) const;
+  const std::optional<SurroundOrder>& channelOrder();
   void explainMisalignment(const Misalignment& misalignment);
   void explainNeighbours(const ServiceFinding& finding, std::int32_t service);
   void explainLabels(const ServiceFinding& finding, std::int32_t service);
@@ -56,9 +57,12 @@ class Diagnosis {
 
   const AudioServiceMapManager& analyser_;
   std::string_view layoutDescription_;
-  std::optional<SurroundOrder> channelOrder_;  // where the text has all labels and is wanted
+  std::string_view surroundChannelOrder_;
   bool surroundCheck_;
   std::int32_t nextService_ = 0;  // of the walk
+  // The labels of the surround channel order, where it has all; read when a mix wants them.
+  bool channelOrderIsRead_ = false;
+  std::optional<SurroundOrder> channelOrder_;
   // Each in the order of the services.
   std::vector<KestrelFinding> errors_;
   std::vector<KestrelFinding> elements_;

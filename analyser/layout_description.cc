@@ -16,6 +16,7 @@
 #include <cstddef>
 
 #include "catalogue/catalogue_tables.h"
+#include "catalogue/packed_name.h"
 
 namespace kestrel {
 
@@ -49,25 +50,6 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   if (digits == 0 || digits == text.size() || text[digits] != '=') return std::nullopt;
   text.remove_prefix(digits + 1);
   return total;
-}
-
-// A name of up to seven bytes as a number, below a 1 that keeps its length, so that an element is
-// compared with all names at once when it has been read. A longer one is cut and names nothing.
-class PackedName {
- public:
-  constexpr void append(char c) { bytes_ = bytes_ << 8U | static_cast<unsigned char>(c); }
-  constexpr bool operator==(const PackedName&) const = default;
-
-  static constexpr std::size_t kLongest = 7;
-
- private:
-  std::uint64_t bytes_ = 1;
-};
-
-constexpr PackedName pack(std::string_view text) {
-  PackedName name;
-  for (const char c : text) name.append(c);
-  return name;
 }
 
 // The service names of a description. "EMCA" stands for a pair that carries Dolby E or its like.

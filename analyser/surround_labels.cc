@@ -97,10 +97,15 @@ SurroundLabel SurroundLabelReader::labelOf(TrackCursor at) noexcept {
   const std::int32_t stream = tracks_.tracks(at).firstStream;
   const std::int32_t index = tracks_.indexInGroup(at);
   if (index < 0) return kNoLabel;
-  if (stream != stream_ || index < index_) {
+  if (stream != stream_) {
     stream_ = stream;
     index_ = 0;
-    rest_ = tracks_.labels(at);
+    all_ = tracks_.labels(at);
+    skipTo(all_, 0);
+    rest_ = all_;
+  } else if (index < index_) {
+    index_ = 0;
+    rest_ = all_;
   }
   const std::int32_t skipped = index - index_;
   index_ = index;

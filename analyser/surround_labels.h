@@ -67,6 +67,7 @@ class SurroundLabelReader {
   // the labels of a stream are passed once, not once a track.
   std::int32_t stream_ = -1;
   std::int32_t index_ = 0;
+  LabelText all_;  // from the stream's first label on
   LabelText rest_;
 };
 

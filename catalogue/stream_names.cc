@@ -4,6 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+
+#include "catalogue/packed_name.h"
 
 namespace kestrel {
 
@@ -68,12 +71,46 @@ constexpr IdTable kItemTexts{[] {
   return texts;
 }()};
 
-// The lengths side by side: all of them are looked at, but few texts.
-constexpr auto kItemTextLengths = [] {
-  std::array<std::uint8_t, derive::kItemCount> lengths{};
-  std::ranges::transform(kItemTexts, lengths.begin(), &ItemText::length);
-  return lengths;
+// For each length the first item with a text of that length, and for each item the next one: few
+// texts are looked at, and most of those differ from one another in their first bytes.
+constexpr std::uint8_t kNoItem = NO_SERVICE_MAP_ITEM;
+struct ItemsByLength {
+  std::array<std::uint8_t, kLongestItemText + 1> first{};
+  std::array<std::uint8_t, derive::kItemCount> next{};
+};
+constexpr ItemsByLength kItemsByLength = [] {
+  ItemsByLength items;
+  items.first.fill(kNoItem);
+  for (std::uint8_t item = kNoItem; item-- > 0;) {
+    std::uint8_t& first = items.first[kItemTexts.at(item).length];
+    items.next[item] = first;
+    first = item;
+  }
+  return items;
 }();
+
+// Eight bytes at once, which ends sooner than a call of the C library would.
+bool equal(const char* a, const char* b, std::size_t length) {
+  std::uint64_t left = 0;
+  std::uint64_t right = 0;
+  constexpr std::size_t kStep = sizeof left;
+  if (length < kStep) return std::equal(a, a + length, b);
+  for (std::size_t at = 0;; at = std::min(at + kStep, length - kStep)) {
+    std::memcpy(&left, a + at, kStep);
+    std::memcpy(&right, b + at, kStep);
+    if (left != right) return false;
+    if (at == length - kStep) return true;
+  }
+}
+
+constexpr auto kPackedTypeNames = [] {
+  std::array<PackedName, derive::kStreamTypeCount> names;
+  std::ranges::transform(StreamTypeNames, names.begin(), pack);
+  return names;
+}();
+static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
+  return name.size() <= PackedName::kLongest;
+}));
 
 static_assert(kMostStreams <= 99, "an ordinal has at most two digits");
 static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
@@ -89,20 +126,27 @@ std::string_view streamName(ServiceMapItem item, std::int32_t position) {
   return {names[index].characters.data(), names[index].length};
 }
 
-StreamType streamTypeNamed(std::string_view name) noexcept {
-  const auto found = std::ranges::find(StreamTypeNames, name);
-  return found == StreamTypeNames.end() ? kUnknown
-                                        : static_cast<StreamType>(found - StreamTypeNames.begin());
+StreamType streamTypeNamed(const char* name) noexcept {
+  PackedName packed;
+  for (std::size_t length = 0; name[length] != '\0'; ++length) {
+    if (length == PackedName::kLongest) return kUnknown;
+    packed.append(name[length]);
+  }
+  const auto found = std::ranges::find(kPackedTypeNames, packed);
+  return found == kPackedTypeNames.end()
+             ? kUnknown
+             : static_cast<StreamType>(found - kPackedTypeNames.begin());
 }
 
 std::string_view streamTypesText(ServiceMapItem item) { return kItemTexts.at(item).view(); }
 
 ServiceMapItem itemOfStreamTypes(std::string_view text) noexcept {
-  for (ServiceMapItem item = 0; item < NO_SERVICE_MAP_ITEM; ++item)
-    if (kItemTextLengths[static_cast<std::size_t>(item)] == text.size() &&
-        kItemTexts.at(item).view() == text)
-      return item;
-  return NO_SERVICE_MAP_ITEM;
+  if (text.size() > kLongestItemText) return NO_SERVICE_MAP_ITEM;
+  ServiceMapItem item = kItemsByLength.first[text.size()];
+  while (item != NO_SERVICE_MAP_ITEM &&
+         !equal(kItemTexts.at(item).characters.data(), text.data(), text.size()))
+    item = kItemsByLength.next[static_cast<std::size_t>(item)];
+  return item;
 }
 
 }  // namespace kestrel

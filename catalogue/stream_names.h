@@ -18,8 +18,8 @@ inline constexpr std::size_t kLongestStreamName = 15;
 /// std::out_of_range when the item is unknown or holds no such position.
 std::string_view streamName(ServiceMapItem item, std::int32_t position);
 
-/// The stream type with exactly this name; kUnknown when there is none.
-StreamType streamTypeNamed(std::string_view name) noexcept;
+/// The stream type with exactly this NUL-terminated name; kUnknown when there is none.
+StreamType streamTypeNamed(const char* name) noexcept;
 
 /// The stream types of an item as names joined by commas, with a NUL behind them. Raises
 /// std::out_of_range for an unknown item.

@@ -54,7 +54,9 @@ std::int32_t getStreamTypeSymbolicLength(StreamType type) {
 
 std::int32_t getStreamTypeSymbolic(StreamType type, char* name) { return copyName(type, name); }
 
-StreamType streamTypeFromStr(const char* name) { return streamTypeNamed(viewOf(name)); }
+StreamType streamTypeFromStr(const char* name) {
+  return name == nullptr ? kUnknown : streamTypeNamed(name);
+}
 
 ServiceMapItem serviceMapItemFromStr(const char* streamTypes) {
   return itemOfStreamTypes(viewOf(streamTypes));

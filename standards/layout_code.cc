@@ -78,9 +78,10 @@ constexpr bool isLower(char c) { return c >= 'a' && c <= 'z'; }
 
 // The first rule that the character at `end` meets as the last one of a code.
 RuleIndex ruleAt(std::string_view text, std::size_t end) {
-  const std::size_t letter = letterIndex(text[end]);
   const std::size_t digit = digitIndex(text[end - 1]);
-  if (letter >= kLetters || digit >= kDigits) return kNoRule;
+  if (digit >= kDigits) return kNoRule;
+  const std::size_t letter = letterIndex(text[end]);
+  if (letter >= kLetters) return kNoRule;
   RuleIndex rule = kShortAnywhere.at(digit, letter);
   if (end >= 2 && text[end - 2] == '1') rule = std::min(rule, kLongAnywhere.at(digit, letter));
   if (text.size() == 2 && isLower(text[end])) rule = std::min(rule, kShortWhole.at(digit, letter));
