@@ -112,7 +112,7 @@ KestrelStatus kestrelItemFromName(const char* name, int32_t* item) {
 KestrelStatus kestrelItemStreamTypes(int32_t item, int32_t* types, size_t capacity,
                                      size_t* needed) {
   return guarded(
-      [=] { return copyOut(ServiceMapItemStreamTypes.at(item), types, capacity, needed); });
+      [=] { return copyOut(ServiceMapItemStreamTypes.at(item).view(), types, capacity, needed); });
 }
 
 KestrelStatus kestrelItemText(int32_t item, char* text, size_t capacity, size_t* needed) {

@@ -51,11 +51,11 @@ void getServiceMapItemName(std::int32_t item, char* name) {
 }
 
 std::int64_t getStreamTypesCount(std::int32_t item) {
-  return length(ServiceMapItemStreamTypes.at(item));
+  return length(ServiceMapItemStreamTypes.at(item).view());
 }
 
 std::int64_t getStreamTypes(std::int32_t item, std::int32_t* types) {
-  return types == nullptr ? 0 : copyOut(ServiceMapItemStreamTypes.at(item), types);
+  return types == nullptr ? 0 : copyOut(ServiceMapItemStreamTypes.at(item).view(), types);
 }
 
 }  // namespace kestrel

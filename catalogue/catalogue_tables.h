@@ -1,5 +1,7 @@
-// The five tables of the catalogue, each a view of kCatalogue under the id that it is asked by.
-// Everything here is a compile-time constant; what must hold for the tables stands below them.
+// The five tables of the catalogue, each with what kCatalogue says under the id that it is asked
+// by. Everything here is a compile-time constant; what must hold for the tables stands below them.
+// None points into kCatalogue, which therefore is no part of the library's image: each pointer in a
+// table is a place that the loader must write to.
 #pragma once
 
 #include <algorithm>
@@ -79,27 +81,26 @@ consteval auto itemNames() {
 }
 
 consteval auto itemStreamTypes() {
-  std::array<std::span<const StreamType>, kItemCount> lists{};
-  for (std::size_t i = 0; i < lists.size(); ++i)
-    lists[i] = kCatalogue.layouts[i].streamTypes.view();
+  std::array<StreamTypeList, kItemCount> lists{};
+  for (std::size_t i = 0; i < lists.size(); ++i) lists[i] = kCatalogue.layouts[i].streamTypes;
   return lists;
 }
 
 }  // namespace derive
 
 /// Stream type -> display name.
-inline constexpr IdTable StreamTypeNames{derive::streamTypeNames()};
+inline constexpr auto StreamTypeNames = IdTable{derive::streamTypeNames()};
 /// Item -> display name.
-inline constexpr IdTable ServiceMapItemNames{derive::itemNames()};
+inline constexpr auto ServiceMapItemNames = IdTable{derive::itemNames()};
 /// Row -> its items in list order, the default first.
-inline constexpr IdTable ServiceMapRows{derive::rows()};
+inline constexpr auto ServiceMapRows = IdTable{derive::rows()};
 /// Item -> its stream types, first tracks first.
-inline constexpr IdTable ServiceMapItemStreamTypes{derive::itemStreamTypes()};
+inline constexpr auto ServiceMapItemStreamTypes = IdTable{derive::itemStreamTypes()};
 /// Row -> number of tracks of each of its items.
-inline constexpr IdTable ServiceMapRowTrackCounts{derive::rowTrackCounts()};
+inline constexpr auto ServiceMapRowTrackCounts = IdTable{derive::rowTrackCounts()};
 
 /// Stream type -> tracks that one stream of it occupies.
-inline constexpr IdTable StreamTypeWidths{derive::streamTypeWidths()};
+inline constexpr auto StreamTypeWidths = IdTable{derive::streamTypeWidths()};
 
 /// The row that holds an item; 0, like the items of row 0, for an unknown one.
 constexpr std::int32_t rowOf(ServiceMapItem item) {

@@ -33,7 +33,7 @@ constexpr NameText nameOf(std::span<const StreamType> types, std::size_t positio
 
 using ItemNames = std::array<NameText, kMostStreams>;
 
-constexpr IdTable kStreamNames{[] {
+constexpr auto kStreamNames = IdTable{[] {
   std::array<ItemNames, derive::kItemCount> all{};
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto types = kCatalogue.layouts[i].streamTypes.view();
@@ -64,7 +64,7 @@ constexpr ItemText textOf(std::span<const StreamType> types) {
   return text;
 }
 
-constexpr IdTable kItemTexts{[] {
+constexpr auto kItemTexts = IdTable{[] {
   std::array<ItemText, derive::kItemCount> texts{};
   for (std::size_t i = 0; i < texts.size(); ++i)
     texts[i] = textOf(kCatalogue.layouts[i].streamTypes.view());

@@ -1,7 +1,8 @@
 """Compares what a built library exports with the list of exported names.
 
 On ELF also: no unique symbol (it would keep the library loaded), nothing run at load time beyond the
-compiler's own start-up entry, and no dependence but on the run-time libraries of C and C++.
+compiler's own start-up entry, no dependence but on the run-time libraries of C and C++, and nothing
+in writable memory but the two pieces of state that the interface names.
 """
 import argparse
 import re
@@ -11,6 +12,9 @@ import sys
 ALLOWED_ELF = re.compile(r"lib(stdc\+\+|gcc_s|m|c|asan|ubsan|tsan)\.so|ld-linux")
 ALLOWED_PE = re.compile(
     r"(libstdc\+\+-6|libgcc_s_seh-1|libwinpthread-1|kernel32|msvcrt|api-ms-win-crt-\S+)\.dll", re.I)
+# What stands in .data and .bss: the state, and what the compiler puts there.
+WRITABLE = re.compile(r"\S*(trackNumberCounter|streamTypeSymbol)\S*|DW\.ref\.\S+|"
+                      r"completed\.0|__dso_handle|__TMC_END__")
 
 
 def run(*command):
@@ -18,8 +22,8 @@ def run(*command):
 
 
 def elf(library, nm, objdump):
-    symbols = [line.split() for line in run(nm, "-D", "--defined-only", library).splitlines()]
-    problems = [f"unique symbol {s[-1]}" for s in symbols if s[-2] == "u"]
+    exported = [line.split() for line in run(nm, "-D", "--defined-only", library).splitlines()]
+    problems = [f"unique symbol {s[-1]}" for s in exported if s[-2] == "u"]
     private = run(objdump, "-p", library)
     needed = re.findall(r"NEEDED\s+(\S+)", private)
     problems += [f"depends on {n}" for n in needed if not ALLOWED_ELF.match(n)]
@@ -27,7 +31,11 @@ def elf(library, nm, objdump):
     size = re.search(r"\.init_array\s+([0-9a-f]+)", sections)
     if size and int(size[1], 16) > 8 and not any("san" in n for n in needed):
         problems.append("runs code of its own when it is loaded")
-    return {s[-1] for s in symbols}, problems
+    if not any("san" in n for n in needed):
+        symbols = run(objdump, "-t", library)
+        objects = re.findall(r" O \.(?:data|bss)\s+[0-9a-f]+\s+(?:\.hidden )?(\S+)$", symbols, re.M)
+        problems += [f"can be written: {o}" for o in objects if not WRITABLE.fullmatch(o)]
+    return {s[-1] for s in exported}, problems
 
 
 def pe(library, objdump):
