@@ -7,4 +7,6 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh bench
 cmake --preset bench >/dev/null
 cmake --build --preset bench | { grep -vE '^\[[0-9]+/[0-9]+\]|no work to do' || true; }
-exec build/bench/bench/kestrel_bench "$@"
+build/bench/bench/kestrel_bench "$@"
+echo
+exec build/bench/bench/kestrel_load_bench
