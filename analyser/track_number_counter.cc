@@ -11,7 +11,10 @@
 #include <bit>
 #include <cstddef>
 
-#if defined(__linux__)
+#if defined(_WIN32)
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+#else
 #include <pthread.h>
 #endif
 
@@ -22,9 +25,6 @@ namespace {
 constexpr std::size_t kCacheLine = 64;
 constexpr std::size_t kLanes = 32;
 constexpr std::uint32_t kReserve = 4096;  // numbers that a batch has beyond those asked for
-
-// The last number that went into a batch.
-alignas(kCacheLine) constinit std::atomic<std::int32_t> trackNumberCounter{-1};
 
 // Numbers that belong to a lane: `left` ones from `next` on.
 struct Batch {
@@ -40,17 +40,25 @@ struct alignas(kCacheLine) Lane {
 };
 static_assert(std::atomic<Batch>::is_always_lock_free);
 
-constinit std::array<Lane, kLanes> lanes{};
+struct Counter {
+  alignas(kCacheLine) std::atomic<std::int32_t> last{-1};  // number that went into a batch
+  std::array<Lane, kLanes> lanes{};
+};
+constinit Counter trackNumberCounter;
+
+std::uint64_t ownThread() noexcept {
+#if defined(_WIN32)
+  return GetCurrentThreadId();
+#else
+  return static_cast<std::uint64_t>(pthread_self());
+#endif
+}
 
 // The lane of the calling thread. Threads that share one are slower, not wrong.
 Lane& ownLane() noexcept {
-#if defined(__linux__)
-  // The identity is an address; a multiplication spreads it over the top bits.
-  const auto identity = static_cast<std::uint64_t>(pthread_self());
-  return lanes[(identity * 0x9E37'79B9'7F4A'7C15) >> (64U - std::bit_width(kLanes - 1))];
-#else
-  return lanes.front();
-#endif
+  // Identities are addresses or multiples of four; a multiplication spreads them over the top bits.
+  constexpr auto kShift = 64U - static_cast<unsigned>(std::bit_width(kLanes - 1));
+  return trackNumberCounter.lanes[(ownThread() * 0x9E37'79B9'7F4A'7C15) >> kShift];
 }
 
 // A batch of at least `count` numbers that goes on where `batch`, which has too few, ends; or one
@@ -60,11 +68,11 @@ Batch longerBatch(Batch batch, std::uint32_t count) noexcept {
   const std::uint32_t reserve = count < kMany ? kReserve : 0;
   const std::uint32_t missing = count - batch.left + reserve;
   std::int32_t last = trackNumberAfter(batch.end(), ~0U);
-  if (trackNumberCounter.compare_exchange_strong(last, trackNumberAfter(last, missing),
-                                                 std::memory_order_relaxed))
+  if (trackNumberCounter.last.compare_exchange_strong(last, trackNumberAfter(last, missing),
+                                                      std::memory_order_relaxed))
     return {batch.next, count + reserve};
-  last = trackNumberCounter.fetch_add(static_cast<std::int32_t>(count + reserve),
-                                      std::memory_order_relaxed);
+  last = trackNumberCounter.last.fetch_add(static_cast<std::int32_t>(count + reserve),
+                                           std::memory_order_relaxed);
   return {trackNumberAfter(last, 1), count + reserve};
 }
 
