@@ -109,7 +109,7 @@ KestrelService writtenOut(const KestrelAnalysis& analysis, const FoundService& f
   record.serviceIndex =
       static_cast<std::int32_t>(&service - analysis.analyser.expectedServices().data());
   record.streamType = service.streamType;
-  record.reported = service.reported ? 1 : 0;
+  record.reported = 1;  // the walk passes the others by
   record.isEmca = service.isEmca ? 1 : 0;
   record.requested = service.requested ? 1 : 0;
   record.label = found.derivedLabel.data();

@@ -62,7 +62,7 @@ void Diagnosis::explainDetection() {
     add(KESTREL_NO_STREAMS);
   } else if (analyser_.expectedServices().empty()) {
     add(KESTREL_NO_ENTRY).first = analyser_.fileTrackCount();
-  } else if (analyser_.misalignment()) {
+  } else {
     explainMisalignment(*analyser_.misalignment());
   }
 }

@@ -77,8 +77,8 @@ constexpr std::array<FindingTemplate, 17> kTemplates = {{
 // The element of the service list with an index.
 std::string_view elementAt(std::string_view serviceList, std::int32_t index) {
   auto element = takeElement(serviceList);
-  for (std::int32_t i = 0; i < index && element; ++i) element = takeElement(serviceList);
-  return element ? element->text : std::string_view{};
+  for (std::int32_t i = 0; i < index; ++i) element = takeElement(serviceList);
+  return element.value_or(LayoutElement{}).text;
 }
 
 std::string shortened(std::string_view element) {

@@ -34,17 +34,12 @@ constexpr bool anyNull(const Pointers*... pointers) {
   return ((pointers == nullptr) || ...);
 }
 
-/// Whether a buffer of `capacity` elements takes `size` of them; tells the host the size.
-inline bool takes(std::size_t capacity, std::size_t size, std::size_t& needed) {
-  needed = size;
-  return capacity >= size;
-}
-
 /// Copies a list into the host's buffer.
 inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* buffer,
                              std::size_t capacity, std::size_t* needed) {
   if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
-  if (!takes(capacity, list.size(), *needed)) return KESTREL_BUFFER_TOO_SMALL;
+  *needed = list.size();
+  if (capacity < list.size()) return KESTREL_BUFFER_TOO_SMALL;
   std::ranges::copy(list, buffer);
   return KESTREL_OK;
 }
@@ -53,8 +48,8 @@ inline KestrelStatus copyOut(std::span<const std::int32_t> list, std::int32_t* b
 inline KestrelStatus copyOut(std::string_view text, char* buffer, std::size_t capacity,
                              std::size_t* needed) {
   if (needed == nullptr || (buffer == nullptr && capacity > 0)) return KESTREL_NULL_ARGUMENT;
-  const bool fits = takes(capacity, text.size() + 1, *needed);
-  if (!fits || buffer == nullptr) return KESTREL_BUFFER_TOO_SMALL;
+  *needed = text.size() + 1;
+  if (capacity <= text.size()) return KESTREL_BUFFER_TOO_SMALL;
   std::ranges::copy(text, buffer);
   buffer[text.size()] = '\0';
   return KESTREL_OK;

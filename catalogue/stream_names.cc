@@ -17,10 +17,10 @@ struct NameText {
   std::array<char, kLongestStreamName + 1> characters{};
   std::uint8_t length = 0;
 
-  constexpr void append(char c) { characters[length++] = c; }
+  consteval void append(char c) { characters[length++] = c; }
 };
 
-constexpr NameText nameOf(std::span<const StreamType> types, std::size_t position) {
+consteval NameText nameOf(std::span<const StreamType> types, std::size_t position) {
   NameText name;
   for (const char c : StreamTypeNames.at(types[position])) name.append(c);
   if (std::ranges::count(types, types[position]) == 1) return name;
@@ -33,14 +33,16 @@ constexpr NameText nameOf(std::span<const StreamType> types, std::size_t positio
 
 using ItemNames = std::array<NameText, kMostStreams>;
 
-constexpr auto kStreamNames = IdTable{[] {
+consteval auto namesOfAllStreams() {
   std::array<ItemNames, derive::kItemCount> all{};
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto types = kCatalogue.layouts[i].streamTypes.view();
     for (std::size_t s = 0; s < types.size(); ++s) all[i][s] = nameOf(types, s);
   }
   return all;
-}()};
+}
+
+constexpr auto kStreamNames = IdTable{namesOfAllStreams()};
 
 constexpr std::size_t kLongestItemText = 111;
 
@@ -49,13 +51,13 @@ struct ItemText {
   std::array<char, kLongestItemText + 1> characters{};
   std::uint8_t length = 0;
 
-  constexpr void append(std::string_view part) {
+  consteval void append(std::string_view part) {
     for (const char c : part) characters[length++] = c;
   }
   constexpr std::string_view view() const { return {characters.data(), length}; }
 };
 
-constexpr ItemText textOf(std::span<const StreamType> types) {
+consteval ItemText textOf(std::span<const StreamType> types) {
   ItemText text;
   for (const StreamType type : types) {
     if (text.length > 0) text.append(",");
@@ -64,12 +66,14 @@ constexpr ItemText textOf(std::span<const StreamType> types) {
   return text;
 }
 
-constexpr auto kItemTexts = IdTable{[] {
+consteval auto textsOfAllItems() {
   std::array<ItemText, derive::kItemCount> texts{};
   for (std::size_t i = 0; i < texts.size(); ++i)
     texts[i] = textOf(kCatalogue.layouts[i].streamTypes.view());
   return texts;
-}()};
+}
+
+constexpr auto kItemTexts = IdTable{textsOfAllItems()};
 
 // For each length the first item with a text of that length, and for each item the next one: few
 // texts are looked at, and most of those differ from one another in their first bytes.

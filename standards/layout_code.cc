@@ -74,7 +74,8 @@ constexpr std::size_t digitIndex(char c) {
   return static_cast<unsigned char>(static_cast<unsigned char>(c) - '0');
 }
 
-constexpr bool isLower(char c) { return c >= 'a' && c <= 'z'; }
+// Of an ASCII letter.
+constexpr bool isLower(char letter) { return letter >= 'a'; }
 
 // The first rule that the character at `end` meets as the last one of a code.
 RuleIndex ruleAt(std::string_view text, std::size_t end) {

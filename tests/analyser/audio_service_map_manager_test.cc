@@ -187,6 +187,15 @@ TEST(ExpandTracks, AStreamWithoutChannelsHasNoTracks) {
   EXPECT_EQ(expand({plainStream(L"1", 0)}), std::vector<Track>{});
 }
 
+TEST(ExpandTracks, NoTrackFollowsTheLast) {
+  const std::vector<AudioStreamInfo> streams = {plainStream(L"1", 2), plainStream(L"2", 3)};
+  FileTracks tracks(streams);
+  tracks.expand();
+  EXPECT_FALSE(tracks.atEnd(tracks.advance(tracks.begin(), 4)));
+  for (const std::int32_t count : {5, 6, INT_MAX})
+    EXPECT_TRUE(tracks.atEnd(tracks.advance(tracks.begin(), count))) << count;
+}
+
 TEST(ExpandTracks, PairStreamsOfOneNumberJoinTheFirstGroup) {
   EXPECT_EQ(
       expand({pairStream(L"5-1", 2, 1), pairStream(L"5-2", 2, 2), pairStream(L"5-3", 1, 3)}),

@@ -35,6 +35,10 @@ TEST(LeadingNumber, ReadsTheNumberAtTheFront) {
       {L"x5", 0},
       {L".5", 0},
       {L"0x10", 0},
+      {L"\b5", 0},  // next to the tab, but no space
+      {L"\x0E"
+       L"5",
+       0},
       {L"\u00A05", 0},
       {L"\u0665", 0},  // a digit, but not an ASCII one
       {L"9223372036854775807", kMax},

@@ -129,6 +129,24 @@ TEST_F(SurroundLabelReading, TakesTheLabelsOfTheFirstStreamWithTheNumber) {
   EXPECT_EQ(read(1), L"L R C LFE Ls Rs");
 }
 
+TEST_F(SurroundLabelReading, FindsNoLabelBehindAnIndexThatHasWrapped) {
+  add(L"1", L"L", INT_MAX);
+  add(L"1", L"L", 2);
+  for (std::size_t i = 0; i < streams_.size(); ++i) {
+    streams_[i].isPairCoded = 1;
+    streams_[i].group = static_cast<std::int32_t>(i);
+  }
+  FileTracks tracks(streams_);
+  tracks.expand();
+  SurroundLabelReader reader(tracks);
+  const TrackCursor last = tracks.advance(tracks.begin(), INT_MAX);
+  EXPECT_EQ(tracks.indexInGroup(last), INT_MAX);
+  EXPECT_EQ(reader.labelOf(last), L"");
+  const TrackCursor wrapped = tracks.advance(last, 1);
+  EXPECT_EQ(tracks.indexInGroup(wrapped), INT_MIN);
+  EXPECT_EQ(reader.labelOf(wrapped), L"");
+}
+
 TEST_F(SurroundLabelReading, GivesNothingForLabelsThatDoNotPass) {
   add(L"1", L"L R C LFE Ls", 6);
   add(L"2", L"L R C LFE Ls Wide", 6);

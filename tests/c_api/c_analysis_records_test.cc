@@ -45,6 +45,13 @@ TEST(CRecords, ASmallerRequestOrStreamIsRefused) {
   }
 }
 
+TEST(CRecords, AStreamThatReachesIntoTheNextOneIsRefused) {
+  std::vector<KestrelStream> streams(2, stream("1", 1));
+  streams[0].structSize = sizeof(KestrelStream) + 1;
+  const KestrelRequest bad = request("T2=Stereo", streams);
+  EXPECT_EQ(refusalOf(&bad), refusal(KESTREL_BAD_RECORD_SIZE));
+}
+
 TEST(CRecords, UnknownFieldsOfALargerRequestAreIgnored) {
   const std::vector<KestrelStream> streams = {stream("1", 2)};
   const Larger<KestrelRequest> asked = larger(request("T2=Stereo", streams));

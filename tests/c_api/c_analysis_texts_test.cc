@@ -42,6 +42,10 @@ TEST(CTexts, ATextThatIsNotUtf8IsRefusedWithThePlaceOfItsFirstBadByte) {
       "\xE2\x82(",
       "\xE2(\xA1",  //
       "\xF0\x9F\x8E(",
+      "\xE0\xC0\x80",
+      "\xED\x7F\x80",
+      "\xF0\xC0\x80\x80",
+      "\xF4\x7F\x80\x80",  // a first trail byte beyond the range of its lead
       "\xC3\xC3\xA9",
   };
   for (const std::string bad : badSequences) {

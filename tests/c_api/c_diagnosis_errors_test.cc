@@ -134,6 +134,14 @@ TEST(ServiceWithoutTrack, IsANoteOnAnEmcaThatTheWalkPassesBy) {
        {{.code = KESTREL_TRACKS_LEFT_OVER, .stream = 0, .track = 1, .second = 2}, {"2"}}});
 }
 
+TEST(ServiceWithoutTrack, IsNoNoteOnAnEmcaThatIsNotReported) {
+  KestrelStream odd = stream("1", 2);
+  odd.isPairCoded = 2;
+  expectDiagnosis(
+      {"T2=-EMCA", {odd}}, KESTREL_FILLED,
+      {{{.code = KESTREL_TRACKS_LEFT_OVER, .stream = 0, .track = 1, .second = 2}, {"2"}}});
+}
+
 Expected keyDiffers(Found place, std::int32_t code, std::int32_t first, std::int32_t second) {
   place.code = code;
   place.first = first;

@@ -149,6 +149,14 @@ TEST(Labels, AreInOrderWhenTheyAreInTheOrderOfTheRequest) {
                   KESTREL_FILLED, {label(KESTREL_LABELS_REORDERED, 4)});
 }
 
+TEST(Labels, HaveNoOrderToBeInWhereThatOfTheRequestIsNoFullSet) {
+  for (const char* order : {"", "L R C LFE Ls", "R L C LFE Ls Wide"}) {
+    SCOPED_TRACE(order);
+    expectDiagnosis(Diagnosis::withOrder(order, "T6=5.1 Mix", {stream("7", 6, kSixLabels)}),
+                    KESTREL_FILLED, {});
+  }
+}
+
 // --- Runs
 
 TEST(RunTooLong, TellsHowManyTracksTheRunHas) {

@@ -93,6 +93,12 @@ TEST(ServiceMap, APairCodedServiceTakesOrdinaryTracksOfItsGroupToo) {
                     {emca(tracks(5, 1, 0, 7)), emca(second), emca(tracks(1, 2, 0, 7))}));
 }
 
+TEST(ServiceMap, APairCodedServiceThatFindsNoTrackLeftIsNotReported) {
+  // A flag of 2 meets the second service, but the first one takes all tracks of the group.
+  const Streams streams = {pairCoded(L"1", 2), withFlag(stream(L"2", 2), 2)};
+  EXPECT_TRUE(fills(call("T4=EMCA,EMCA", streams), {emca(tracks(1, 2) + tracks(2, 2))}));
+}
+
 TEST(ServiceMap, AServiceThatRunsOutOfTracksFailsTheNeighbourCheck) {
   const Streams streams = {pairCoded(L"5", 2, 7), stream(L"1", 2, 7)};
   EXPECT_TRUE(empties(call("T4=EMCA,Stereo", streams)));
