@@ -36,7 +36,6 @@ std::vector<KestrelFinding>& Diagnosis::listOf(std::int32_t code) {
 
 KestrelFinding& Diagnosis::add(std::int32_t code) {
   KestrelFinding& finding = listOf(code).emplace_back();
-  finding.structSize = sizeof finding;
   finding.code = code;
   finding.service = finding.slot = finding.stream = -1;
   finding.track = finding.textOffset = finding.textLength = -1;

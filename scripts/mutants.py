@@ -2,8 +2,9 @@
 
 A mutant is a line with one change. The sources are formatted, which is what makes so simple a
 reader do: a binary operator has a blank on both sides, an angle bracket of a template has not.
-Comments, texts, includes and static_asserts are left alone, and the rows of a table give one mutant
-each.
+Comments, texts and includes are left alone, also static_asserts and the consteval functions that
+answer them with a bool: a check of what is right passes when it checks less. The rows of a table
+give one mutant each.
 """
 
 import re
@@ -77,6 +78,7 @@ def blanked(source):
     skipped = r'//[^\n]*|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|^ *#[^\n]*'
     text = re.sub(skipped, blank, source, flags=re.M)
     text = re.sub(r"static_assert\((?:[^;]|\n)*?\);", blank, text)
+    text = re.sub(r"^consteval bool \w+\(\) \{\n(?:[^}\n].*\n|\n)*\}", blank, text, flags=re.M)
     return re.sub(r"\boperator\W+\(|\[=\]|\[&\]|= (?:default|delete);", blank, text)
 
 

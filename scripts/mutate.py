@@ -203,17 +203,19 @@ def options():
     parser.add_argument("--jobs", type=int, default=1)
     parser.add_argument("--again", action="store_true")
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--report", action="store_true")
     return parser.parse_args()
 
 
 def report(tried, log, reasons):
-    counts = collections.Counter(log.results[mutant.key()]["result"] for mutant in tried)
-    survivors = [m for m in tried if log.results[m.key()]["result"] == "survived"]
+    results = {m: log.results[m.key()]["result"] for m in tried if m.key() in log.results}
+    counts = collections.Counter(results.values())
+    survivors = [mutant for mutant, result in results.items() if result == "survived"]
     for mutant in survivors:
         print(f"survived: {mutant.file}:{mutant.line}: {mutant.kind}")
         print(f"    {mutant.before.strip()}\n    {mutant.text.strip()}")
     noticed = counts["killed"] + counts["survived"]
-    print(f"{len(tried)} mutants tried: {counts['killed']} killed, {counts['survived']} survived, "
+    print(f"{len(results)} of {len(tried)} mutants tried: {counts['killed']} killed, {counts['survived']} survived, "
           f"{counts['not compiling']} not compiling; {len(reasons)} more are equivalent")
     print(f"score {100 * counts['killed'] / max(noticed, 1):.2f} %")
     return 1 if survivors else 0
@@ -234,15 +236,21 @@ def main():
             print(f"{mutant.file}:{mutant.line}: {mutant.kind}: {mutant.text.strip()}")
         return 0
     HOME.mkdir(parents=True, exist_ok=True)
+    equivalent = [mutant for mutant in chosen if mutant in reasons]
     log = Log(HOME / "log.jsonl")
     tried = [mutant for mutant in chosen if mutant not in reasons]
-    groups = collections.defaultdict(list)
+    if asked.report:
+        return report(tried, log, equivalent)
+    groups, survived = collections.defaultdict(list), set()  # what survived goes first
     for mutant in sorted(tried, key=lambda m: (m.file, m.line)):
         known = log.results.get(mutant.key(), {"result": ""})["result"]
-        if not known or (asked.again and known == "survived"):
+        if asked.again and known == "survived":
+            survived.add(mutant.file)
+            groups[mutant.file].insert(0, mutant)
+        elif not known:
             groups[mutant.file].append(mutant)
     files = queue.Queue()
-    for group in sorted(groups.items(), key=lambda item: -len(item[1])):
+    for group in sorted(groups.items(), key=lambda item: (item[0] not in survived, -len(item[1]))):
         files.put(group)
     failures = []
     workers = [threading.Thread(target=work, args=(number, log, files, failures))
@@ -253,7 +261,7 @@ def main():
         worker.join()
     if failures:
         sys.exit(f"mutation: {failures[0]}")
-    return report(tried, log, [mutant for mutant in chosen if mutant in reasons])
+    return report(tried, log, equivalent)
 
 
 if __name__ == "__main__":

@@ -113,6 +113,15 @@ TEST(TooFewTracks, MayBeFoundWhenTheTracksAreHandedOut) {
         {"Stereo", "2", "0"}}});
 }
 
+TEST(TooFewTracks, TellsHowManyTracksTheServiceGetsWhenTheyAreHandedOut) {
+  Streams streams = withOrdinaryTracksOfTheGroup(1);
+  streams.push_back(stream("4", 1));
+  expectDiagnosis(
+      {"T4=EMCA,Stereo", streams}, KESTREL_EMPTIED,
+      {{{.code = KESTREL_TOO_FEW_TRACKS, .service = 1, .slot = 1, .first = 2, .second = 1},
+        {"Stereo", "2", "1"}}});
+}
+
 TEST(ServiceWithoutTrack, IsANoteOnAMono) {
   expectDiagnosis(
       {"T3=EMCA,Mono", withOrdinaryTracksOfTheGroup(1)}, KESTREL_FILLED,
