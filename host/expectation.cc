@@ -136,16 +136,20 @@ std::string layoutOfLines(std::istream& lines) {
   return layout;
 }
 
-void requireUtf8(const std::string& text) {
+// For the library a text ends at its first NUL, which a file can hold.
+void requireText(const std::string& text) {
   if (!wideFromUtf8(text)) {
     throw UsageError("the text is not UTF-8");
+  }
+  if (text.find('\0') != std::string::npos) {
+    throw UsageError("the text holds a NUL");
   }
 }
 
 }  // namespace
 
 Expectation expectedLayout(const std::string& text) {
-  requireUtf8(text);
+  requireText(text);
   requireLayout(text);
   return {ExpectationKind::kLayout, text, std::nullopt, "", text};
 }
@@ -156,13 +160,13 @@ Expectation expectedLayoutFile(const std::filesystem::path& file) {
     throw UsageError(fmt::format("the file \"{}\" cannot be read", printable(utf8FromPath(file))));
   }
   const std::string layout = layoutOfLines(stream);
-  requireUtf8(layout);
+  requireText(layout);
   requireLayout(layout);
   return {ExpectationKind::kLayoutFile, utf8FromPath(file), std::nullopt, "", layout};
 }
 
 Expectation expectedItem(const std::string& text) {
-  requireUtf8(text);
+  requireText(text);
   const CatalogueItem* item = itemById(text);
   if (item == nullptr) {
     item = itemByText(text);
@@ -174,7 +178,7 @@ Expectation expectedItem(const std::string& text) {
 }
 
 Expectation expectedCode(const std::string& text) {
-  requireUtf8(text);
+  requireText(text);
   const SpelledCode spelled = spelledCode(text);
   const auto row = layoutCode(spelled.code);
   if (spelled.vocabulary != CodeVocabulary::kR123 || !row) {

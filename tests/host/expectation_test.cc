@@ -112,6 +112,9 @@ TEST(ExpectationTest, aLayoutFileHasCommentsAndLines) {
   EXPECT_THROW(expectedLayoutFile(directory / "none"), UsageError);
   EXPECT_THROW(expectedLayoutFile(directory / "."), UsageError);
   EXPECT_THROW(expectedLayoutFile(directory.write("empty", "")), UsageError);
+  // The library would read up to the NUL only.
+  const std::string withNul("T1=Mono\0T2=Stereo", 18);
+  EXPECT_THROW(expectedLayoutFile(directory.write("nul", withNul)), UsageError);
 }
 
 TEST(ExpectationTest, onlyR123DeclarationsHaveAnItem) {
