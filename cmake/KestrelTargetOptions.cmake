@@ -28,7 +28,7 @@ function(kestrel_target_options target)
     # With the sanitizers' checks in between, g++ 12 takes parts of std::regex for uninitialized.
     target_compile_options(${target} PRIVATE
       -fsanitize=${KESTREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
-      -Wno-maybe-uninitialized)
+      $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(${target} PRIVATE -fsanitize=${KESTREL_SANITIZE})
   endif()
 endfunction()

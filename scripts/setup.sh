@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what the project needs from Debian's packages, if it is missing; says what it does.
 #
-# usage: scripts/setup.sh demo|test|bench|proof
+# usage: scripts/setup.sh demo|test|bench|fuzz|proof
 set -euo pipefail
 
 for_demo=(g++ cmake ninja-build pkg-config python3 libmediainfo-dev libcli11-dev libfmt-dev
@@ -11,14 +11,17 @@ for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clan
   wine wine64 ffmpeg mediainfo python3-jsonschema binutils chromium zsh mandoc man-db
   dpkg-dev file abigail-tools)
 for_proof=(g++ cmake ninja-build python3 libgtest-dev clang-19 llvm-19 libclang-rt-19-dev)
+for_fuzz=("${for_demo[@]}" clang-16 libclang-rt-16-dev)
 
 case "${1:-}" in
   demo) wanted=("${for_demo[@]}") ;;
   bench) wanted=(g++ cmake ninja-build libbenchmark-dev mediainfo) ;;
   test) wanted=("${for_test[@]}") ;;
   proof) wanted=("${for_proof[@]}") ;;
+  fuzz) wanted=("${for_fuzz[@]}") ;;
   *)
-    echo "usage: scripts/setup.sh demo|test|bench|proof" >&2
+    echo "usage: scripts/setup.sh demo|test|bench|fuzz|proof" >&2
+    echo "usage: scripts/setup.sh demo|test|bench|fuzz|proof" >&2
     exit 2
     ;;
 esac
