@@ -1,6 +1,7 @@
 #include "fuzz/call_text.h"
 
 #include <algorithm>
+#include <array>
 
 #include "fuzz/text_fields.h"
 #include "tests/plain/plain_utf8.h"
@@ -36,14 +37,15 @@ CallText readCall(std::string_view text) {
 }
 
 std::string writeStream(const AudioStreamInfo& stream) {
+  const std::array<std::int32_t, 7> numbers = {
+      stream.channelCount, stream.group,       stream.formatKey1,  stream.formatKey2,
+      stream.formatKey3,   stream.isPairCoded, stream.isPairShared};
+  // What is missing at the end of a line is 0.
+  std::size_t written = numbers.size();
+  while (written > 0 && numbers[written - 1] == 0) --written;
   std::string line = escaped(plain::toUtf8(stream.streamId));
   line += "|" + escaped(plain::toUtf8(stream.trackLabels));
-  for (const std::int32_t number :
-       {stream.channelCount, stream.group, stream.formatKey1, stream.formatKey2, stream.formatKey3,
-        std::int32_t{stream.isPairCoded}, std::int32_t{stream.isPairShared}}) {
-    line += "|" + std::to_string(number);
-  }
-  while (line.ends_with("|0")) line.resize(line.size() - 2);
+  for (std::size_t i = 0; i < written; ++i) line += "|" + std::to_string(numbers[i]);
   return line + "\n";
 }
 

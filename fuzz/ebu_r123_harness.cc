@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "api/ebu_r123.h"
@@ -68,8 +69,11 @@ void checkExport(const R123Text& evaluation) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const kestrel::fuzz::R123Text evaluation = kestrel::fuzz::readR123(text);
-  kestrel::fuzz::checkEvaluation(evaluation.input);
-  kestrel::fuzz::checkExport(evaluation);
+  using namespace kestrel::fuzz;
+  const R123Text evaluation = readR123(text);
+  const std::string written = writeR123(evaluation);
+  requireEqual("an evaluation, written and read again", writeR123(readR123(written)), written);
+  checkEvaluation(evaluation.input);
+  checkExport(evaluation);
   return 0;
 }

@@ -59,7 +59,11 @@ std::string writeR123(const R123Text& evaluation) {
     }
     text += "\n";
   }
-  for (const AudioStreamInfo& stream : input.streams) text += writeStream(stream);
+  for (const AudioStreamInfo& stream : input.streams) {
+    // Not to be taken for a configuration.
+    if (stream.streamId.starts_with(L'=')) text += '\\';
+    text += writeStream(stream);
+  }
   return text;
 }
 

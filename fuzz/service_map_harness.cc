@@ -1,7 +1,7 @@
 // getServiceMap() on a whole call (fuzz/call_text.h): it ends as the plain form says, whatever
 // stands in the arguments that do not matter, and again in the same way.
 #include <cstdint>
-#include <string_view>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -65,7 +65,10 @@ void check(const ServiceMapInput& input) {
 }  // namespace kestrel::fuzz
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view text(reinterpret_cast<const char*>(data), size);
-  kestrel::fuzz::check(kestrel::fuzz::wideCall(kestrel::fuzz::readCall(text)));
+  using namespace kestrel::fuzz;
+  const CallText call = readCall({reinterpret_cast<const char*>(data), size});
+  const std::string written = writeCall(call);
+  requireEqual("a call, written and read again", writeCall(readCall(written)), written);
+  check(wideCall(call));
   return 0;
 }
