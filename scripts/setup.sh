@@ -21,7 +21,6 @@ case "${1:-}" in
   fuzz) wanted=("${for_fuzz[@]}") ;;
   *)
     echo "usage: scripts/setup.sh demo|test|bench|fuzz|proof" >&2
-    echo "usage: scripts/setup.sh demo|test|bench|fuzz|proof" >&2
     exit 2
     ;;
 esac
