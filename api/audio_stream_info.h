@@ -17,7 +17,8 @@ struct AudioStreamInfo {
   std::wstring trackLabels;
   /// Group number of the stream; the library copies and compares it.
   std::int32_t group = 0;
-  /// Number of tracks (channels) that the stream occupies; 0 or less: none.
+  /// Number of tracks (channels) that the stream occupies; 0 or less: none. A negative number is
+  /// part of the file's track total all the same, which wraps in 32 bits.
   std::int32_t channelCount = 0;
   /// Three properties that neighbouring tracks of one service must share (for example sampling
   /// rate, bit depth, format); compared for equality only.

@@ -4,7 +4,8 @@
 // 1. Names are undecorated (C linkage). Ids are signed 32-bit integers: a row is 0 to 6, an item
 //    (ServiceMapItem) 0 to 40, a stream type (StreamType) 0 to 4.
 // 2. An id that the catalogue does not hold raises std::out_of_range with the text
-//    "invalid map<K, T> key", unless the function says otherwise. Nothing else is raised.
+//    "invalid map<K, T> key", unless the function says otherwise. Nothing else is raised, but for
+//    std::bad_alloc where there is no memory for that text.
 // 3. A result of variable size takes two calls: one that tells the size, one that fills a buffer of
 //    the caller. The buffer's size is not passed and not checked. A NULL buffer is allowed: the
 //    filling call then returns (0 where it returns a value) without looking the id up.

@@ -149,7 +149,7 @@ typedef struct KestrelStream {
   int32_t group;           /* group number, copied and compared only */
   const char* streamId;    /* begins with the track number; may hold "-" */
   const char* trackLabels; /* blank-separated labels of the tracks, in track order */
-  int32_t channelCount;    /* tracks of the stream; 0 or less: none */
+  int32_t channelCount;    /* tracks of the stream; 0 or less: none, but part of the total */
   int32_t formatKey1;      /* what neighbouring tracks of one service must share, for example */
   int32_t formatKey2;      /* sampling rate, bit depth, format */
   int32_t formatKey3;
