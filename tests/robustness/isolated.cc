@@ -1,5 +1,5 @@
-// The child writes how the call ended, a NUL and what the call wrote into a pipe; nothing but both
-// of them whole, from a child that ended in order, is an answer.
+// The child writes its answers into a pipe, one after the other. What it has not answered when it
+// ends is asked of the next one, but for the row at which it ended.
 #include "tests/robustness/isolated.h"
 
 #include <exception>
@@ -10,9 +10,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <span>
 #include <stdexcept>
+#include <string>
 #include <string_view>
+#include <utility>
 #endif
 
 namespace kestrel::test {
@@ -30,6 +35,11 @@ Answer askOnSmallStack(const CallRow& row) {
 
 #if !defined(_WIN32)
 
+using RowSpan = std::span<const CallRow>;
+
+// A process costs much more than a call where a sanitizer is at work.
+constexpr std::size_t kRowsOfAProcess = 25;
+
 void writeAll(int file, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = write(file, text.data(), text.size());
@@ -46,18 +56,48 @@ std::string readAll(int file) {
   return text;
 }
 
-[[noreturn]] void answerInto(int file, const CallRow& row) {
-  const Answer answer = askOnSmallStack(row);
-  writeAll(file, answer.end + '\0' + answer.written);
+// Two texts for each row, each with a NUL behind it; neither holds one.
+[[noreturn]] void answerInto(int file, RowSpan rows) {
+  for (const CallRow& row : rows) {
+    const Answer answer = askOnSmallStack(row);
+    writeAll(file, answer.end + '\0' + answer.written + '\0');
+  }
   _exit(0);
 }
 
-Answer answerFrom(const std::string& text, int status) {
-  if (WIFSIGNALED(status)) return {"signal " + std::to_string(WTERMSIG(status)), ""};
-  const auto middle = text.find('\0');
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0 || middle == std::string::npos)
-    return {"the process ended with status " + std::to_string(status), ""};
-  return {text.substr(0, middle), text.substr(middle + 1)};
+std::string endInWords(int status) {
+  if (WIFSIGNALED(status)) return "signal " + std::to_string(WTERMSIG(status));
+  return "the process ended with status " + std::to_string(status);
+}
+
+std::vector<Answer> answersIn(std::string_view texts) {
+  std::vector<Answer> answers;
+  const auto take = [&](std::size_t end) {
+    const std::string text(texts.substr(0, end));
+    texts.remove_prefix(end + 1);
+    return text;
+  };
+  while (std::ranges::count(texts, '\0') >= 2) {
+    std::string end = take(texts.find('\0'));
+    answers.push_back({std::move(end), take(texts.find('\0'))});
+  }
+  return answers;
+}
+
+// The answers of one process: all, or those up to a crash, which is told as one more.
+std::vector<Answer> askChild(RowSpan rows) {
+  int ends[2];
+  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+  const pid_t child = fork();
+  if (child < 0) throw std::runtime_error("no child process");
+  if (child == 0) answerInto(ends[1], rows);
+  close(ends[1]);
+  std::vector<Answer> answers = answersIn(readAll(ends[0]));
+  close(ends[0]);
+  int status = 0;
+  if (waitpid(child, &status, 0) != child) throw std::runtime_error("the child is lost");
+  if (answers.size() < rows.size()) answers.push_back({endInWords(status), ""});
+  return answers;
 }
 
 #endif
@@ -66,22 +106,22 @@ Answer answerFrom(const std::string& text, int status) {
 
 #if defined(_WIN32)
 
-Answer askIsolated(const CallRow& row) { return askOnSmallStack(row); }
+std::vector<Answer> askIsolated(const CallRows& rows) {
+  std::vector<Answer> answers;
+  for (const CallRow& row : rows) answers.push_back(askOnSmallStack(row));
+  return answers;
+}
 
 #else
 
-Answer askIsolated(const CallRow& row) {
-  int ends[2];
-  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
-  const pid_t child = fork();
-  if (child < 0) throw std::runtime_error("no child process");
-  if (child == 0) answerInto(ends[1], row);
-  close(ends[1]);
-  const std::string text = readAll(ends[0]);
-  close(ends[0]);
-  int status = 0;
-  if (waitpid(child, &status, 0) != child) throw std::runtime_error("the child is lost");
-  return answerFrom(text, status);
+std::vector<Answer> askIsolated(const CallRows& rows) {
+  std::vector<Answer> answers;
+  while (answers.size() < rows.size()) {
+    const RowSpan rest = RowSpan(rows).subspan(answers.size());
+    const std::vector<Answer> some = askChild(rest.first(std::min(rest.size(), kRowsOfAProcess)));
+    answers.insert(answers.end(), some.begin(), some.end());
+  }
+  return answers;
 }
 
 #endif

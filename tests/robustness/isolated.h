@@ -1,14 +1,15 @@
 // Makes the calls of rows where a crash does no harm.
 #pragma once
 
-#include <string>
+#include <vector>
 
 #include "tests/robustness/call_row.h"
 
 namespace kestrel::test {
 
-/// What a row answers on a thread with a small stack. Where the platform has fork(), in a process
-/// of its own: a crash is told in `end`. Elsewhere in this process.
-Answer askIsolated(const CallRow& row);
+/// What the rows answer, each on a thread with a small stack. Where the platform has fork(), some
+/// rows at a time share a process; a crash is told in the `end` of its row, and the rows behind it
+/// go on in a new process. Elsewhere all are asked in this process.
+std::vector<Answer> askIsolated(const CallRows& rows);
 
 }  // namespace kestrel::test
