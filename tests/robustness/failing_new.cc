@@ -1,4 +1,5 @@
-// operator new and delete of this program. The standard library's other forms call these.
+// operator new and delete of this program, for arrays as well: under the address sanitizer the
+// forms for arrays would not call the others.
 #include <cstddef>
 #include <cstdlib>
 #include <new>
@@ -38,3 +39,13 @@ void operator delete(void* block) noexcept { release(block); }
 void operator delete(void* block, std::size_t) noexcept { release(block); }
 void operator delete(void* block, std::align_val_t) noexcept { release(block); }
 void operator delete(void* block, std::size_t, std::align_val_t) noexcept { release(block); }
+
+void* operator new[](std::size_t size) { return allocateOrThrow(size, kAlignment); }
+void* operator new[](std::size_t size, std::align_val_t a) { return allocateOrThrow(size, in(a)); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return allocate(size, kAlignment);
+}
+void operator delete[](void* block) noexcept { release(block); }
+void operator delete[](void* block, std::size_t) noexcept { release(block); }
+void operator delete[](void* block, std::align_val_t) noexcept { release(block); }
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept { release(block); }
