@@ -141,10 +141,10 @@ TEST_F(SurroundLabelReading, FindsNoLabelBehindAnIndexThatHasWrapped) {
   SurroundLabelReader reader(tracks);
   const TrackCursor last = tracks.advance(tracks.begin(), INT_MAX);
   EXPECT_EQ(tracks.indexInGroup(last), INT_MAX);
-  EXPECT_EQ(reader.labelOf(last), L"");
+  EXPECT_EQ(reader.labelOf(last), kNoLabel);
   const TrackCursor wrapped = tracks.advance(last, 1);
   EXPECT_EQ(tracks.indexInGroup(wrapped), INT_MIN);
-  EXPECT_EQ(reader.labelOf(wrapped), L"");
+  EXPECT_EQ(reader.labelOf(wrapped), kNoLabel);
 }
 
 TEST_F(SurroundLabelReading, GivesNothingForLabelsThatDoNotPass) {
