@@ -30,5 +30,9 @@ function(kestrel_target_options target)
       -fsanitize=${KESTREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
       $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
     target_link_options(${target} PRIVATE -fsanitize=${KESTREL_SANITIZE})
+    if(KESTREL_SANITIZE STREQUAL "integer")
+      target_compile_options(${target} PRIVATE
+        -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/integer_ignorelist.txt)
+    endif()
   endif()
 endfunction()
