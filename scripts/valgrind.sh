@@ -29,7 +29,7 @@ mkdir -p "$logs"
 check() {
   nice valgrind --quiet --error-exitcode=99 --leak-check=full --show-leak-kinds=definite,indirect \
     --errors-for-leak-kinds=definite,indirect --trace-children=no --num-callers=30 \
-    --log-file="$logs/$1.%p.valgrind" "$2" >"$logs/$1.log" 2>&1
+    --suppressions=scripts/valgrind.supp --log-file="$logs/$1.%p.valgrind" "$2" >"$logs/$1.log" 2>&1
 }
 
 failed=0 tests=0 errors=0
