@@ -14,4 +14,5 @@ mkdir -p "$output"
 sed -e "s|@VERSION@|$(field VERSION)|" -e "s|@DESCRIPTION@|$(field DESCRIPTION)|" \
   -e "s|@OUTPUT@|$output|" docs/Doxyfile.in >"$output/Doxyfile"
 doxygen "$output/Doxyfile"
+cp -r docs/pictures "$output/html/"  # Doxygen leaves the links to them as they are
 echo "docs: $output/html/index.html"

@@ -35,6 +35,13 @@ def blocks_not_run(root, pages):
                 yield f"{path.name} shows {language} that no test runs: {code.splitlines()[0]}"
 
 
+def pictures_missing(pages):
+    for path, text in pages.items():
+        for name in re.findall(r"!\[[^]]*\]\(([^)]*)\)", text):
+            if not (path.parent / name).is_file():
+                yield f"{path.name} shows {name}, which is not there"
+
+
 def section(text, heading):
     return text.split(f"\n## {heading}\n")[1].split("\n## ")[0]
 
@@ -60,7 +67,7 @@ def main():
     pages = {path: read(path) for path in sorted((root / "docs").glob("*.md"))}
     known = set(known_findings(root))
     wrong = [*samples_not_shown(root, pages.values()), *blocks_not_run(root, pages),
-             *findings_not_explained(root, known)]
+             *pictures_missing(pages), *findings_not_explained(root, known)]
     print("\n".join([*wrong, f"{len(pages)} pages, {len(known)} findings"]))
     sys.exit(1 if wrong or len(known) < 30 else 0)
 
