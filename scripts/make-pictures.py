@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes docs/pictures/*.svg: the tracks of test media as `kestrel inspect --format html` draws them.
+"""Writes docs/pictures/*.svg: the tracks of test media as the program draws them in its HTML page.
 
 usage: scripts/make-pictures.py KESTREL [--check]
 
@@ -40,7 +40,7 @@ def main():
             path.write_text(text, encoding="utf-8")
         elif not path.exists() or path.read_text(encoding="utf-8") != text:
             stale += 1
-            print(f"docs/pictures/{name} is not what the program draws: run scripts/make-pictures.py")
+            print(f"docs/pictures/{name} is not what the program draws: make it anew")
     print(f"{len(PICTURES)} pictures")
     sys.exit(1 if stale else 0)
 
