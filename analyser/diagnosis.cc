@@ -150,8 +150,7 @@ void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t servic
         reordered.emplace(slot, at);
     }
   }
-  if (finding.labels && reordered)
-    addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
+  if (finding.labels) addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
 }
 
 // An EMCA service that meets no pair-coded track where the walk has come to yields no finding.

@@ -69,7 +69,6 @@ class StreamList {
         count_(static_cast<std::uint32_t>(streams.size())),
         plainCStride_(streams.stride()) {}
 
-  std::size_t size() const { return count_; }
   bool empty() const { return count_ == 0; }
 
   /// Calls `visitor` with the records as the host passed them.

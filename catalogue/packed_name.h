@@ -21,7 +21,7 @@ class PackedName {
   std::uint64_t bytes_ = 1;
 };
 
-constexpr PackedName pack(std::string_view name) {
+consteval PackedName pack(std::string_view name) {
   PackedName packed;
   for (const char c : name) packed.append(c);
   return packed;

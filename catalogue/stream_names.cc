@@ -107,11 +107,13 @@ bool equal(const char* a, const char* b, std::size_t length) {
   }
 }
 
-constexpr auto kPackedTypeNames = [] {
+consteval auto packedTypeNames() {
   std::array<PackedName, derive::kStreamTypeCount> names;
-  std::ranges::transform(StreamTypeNames, names.begin(), pack);
+  for (std::size_t i = 0; i < names.size(); ++i) names[i] = pack(kCatalogue.streamTypes[i].name);
   return names;
-}();
+}
+
+constexpr auto kPackedTypeNames = packedTypeNames();
 static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
   return name.size() <= PackedName::kLongest;
 }));

@@ -57,5 +57,12 @@ TEST(TrackNumberCounter, HandsNoNumberOutTwice) {
   EXPECT_EQ(std::ranges::adjacent_find(all), all.end());
 }
 
+TEST(TrackNumberCounter, HandsOutHalfOfAllNumbersAtOnceAndGoesOnBehindThem) {
+  for (const std::uint32_t count : {0x7FFF'FFFFU, 0x8000'0000U, 0xFFFF'FFFFU}) {
+    const std::int32_t first = takeTrackNumbers(count);
+    EXPECT_EQ(takeTrackNumbers(1), trackNumberAfter(first, count)) << count;
+  }
+}
+
 }  // namespace
 }  // namespace kestrel

@@ -149,6 +149,21 @@ TEST(Labels, AreInOrderWhenTheyAreInTheOrderOfTheRequest) {
                   KESTREL_FILLED, {label(KESTREL_LABELS_REORDERED, 4)});
 }
 
+TEST(Labels, OfEachMixAreComparedWithTheOrder) {
+  const Streams streams = {stream("7", 6, "R L C LFE Ls Rs"), stream("8", 6, kSixLabels),
+                           stream("9", 6, "L R C LFE Rs Ls")};
+  const auto reordered = [](std::int32_t service, std::int32_t slot, std::int64_t track) {
+    return Expected{{.code = KESTREL_LABELS_REORDERED,
+                     .service = service,
+                     .slot = slot,
+                     .stream = service,
+                     .track = track},
+                    {"5.1 Mix"}};
+  };
+  expectDiagnosis({"T18=5.1 Mix,5.1 Mix,5.1 Mix", streams}, KESTREL_FILLED,
+                  {reordered(0, 0, 7), reordered(2, 4, 9)});
+}
+
 TEST(Labels, HaveNoOrderToBeInWhereThatOfTheRequestIsNoFullSet) {
   for (const char* order : {"", "L R C LFE Ls", "R L C LFE Ls Wide"}) {
     SCOPED_TRACE(order);
