@@ -77,7 +77,7 @@ def blanked(source):
 
     skipped = r'//[^\n]*|"(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])+\'|^ *#[^\n]*'
     text = re.sub(skipped, blank, source, flags=re.M)
-    text = re.sub(r"static_assert\((?:[^;]|\n)*?\);", blank, text)
+    text = re.sub(r"static_assert\((?:.|\n)*?\);$", blank, text, flags=re.M)
     text = re.sub(r"^consteval bool \w+\(\) \{\n(?:[^}\n].*\n|\n)*\}", blank, text, flags=re.M)
     return re.sub(r"\boperator\W+\(|\[=\]|\[&\]|= (?:default|delete);", blank, text)
 

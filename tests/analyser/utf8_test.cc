@@ -78,6 +78,16 @@ TEST(Utf8, TakesNoOtherPairOfBytesForTheBeginOfACharacter) {
   }
 }
 
+TEST(Utf8, FindsABadByteAnywhereInALongText) {
+  for (std::size_t place = 0; place < 40; ++place) {
+    for (int bad = 0x80; bad < 0x100; ++bad) {
+      std::string text(40, 'x');
+      text[place] = static_cast<char>(bad);
+      EXPECT_EQ(firstBadByte(text), place) << bad;
+    }
+  }
+}
+
 TEST(Utf8, WantsTrailBytesToTheEnd) {
   for (const std::string begin : {"\xE1\x80", "\xF1\x80", "\xF1\x80\x80"}) {
     const std::string rest(begin == "\xF1\x80" ? 1 : 0, '\x80');
