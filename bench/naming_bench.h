@@ -1,4 +1,4 @@
-// The catalogue, naming and look-up calls beside a plain copy of the same name.
+// The catalogue, naming and look-up calls, each beside the least that such a call must do.
 #pragma once
 
 namespace kestrel::bench {

@@ -25,8 +25,12 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     if (!figures_.contains(name)) order_.push_back(name);
     Figures& figures = figures_[name];
     figures.time = run.GetAdjustedCPUTime();
-    const auto allocations = run.counters.find("allocations");
-    if (allocations != run.counters.end()) figures.allocations = allocations->second.value;
+    const auto counter = [&](const char* named) {
+      const auto found = run.counters.find(named);
+      return found == run.counters.end() ? 0 : found->second.value;
+    };
+    figures.allocations = counter("allocations");
+    figures.bytes = counter("bytes");
   }
 }
 
@@ -49,6 +53,10 @@ void RatioReporter::printRatios() const {
                 against("/plain").c_str(), library.time / floor->second.time,
                 against("/plain C").c_str(), library.allocations, floor->second.allocations);
   }
+  printAims([this](const std::string& benchmark) {
+    const auto found = figures_.find(benchmark);
+    return found == figures_.end() ? nullptr : &found->second;
+  });
 }
 
 }  // namespace kestrel::bench

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "bench/aims.h"
+
 namespace kestrel::bench {
 
 class RatioReporter : public benchmark::ConsoleReporter {
@@ -16,15 +18,10 @@ class RatioReporter : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override;
 
   /// For each benchmark "NAME/library": its time against "NAME/plain" and "NAME/floor", and the
-  /// heap allocations of one call.
+  /// heap allocations of one call. Then the aims.
   void printRatios() const;
 
  private:
-  struct Figures {
-    double time = 0;  // median of the repetitions where there are several
-    double allocations = 0;
-  };
-
   std::map<std::string, Figures> figures_;
   std::vector<std::string> order_;
 };

@@ -4,19 +4,24 @@
 
 #include <cstdlib>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "api/ebu_r123.h"
 #include "api/kestrel.h"
 #include "api/service_map.h"
 #include "bench/cases.h"
+#include "bench/libavutil_layouts.h"
 #include "bench/measure.h"
 #include "bench/naming_bench.h"
 #include "bench/plain_c_request.h"
 #include "bench/ratio_reporter.h"
+#include "bench/reading_pass.h"
 
 namespace kestrel::bench {
 namespace {
+
+constexpr std::size_t kLongDescription = 500;
 
 std::int32_t call(const plain::ServiceMapInput& input, std::vector<ServiceMapResult>& results) {
   return getServiceMap(input.description.c_str(), input.order.c_str(), 0, input.streams.data(),
@@ -62,31 +67,66 @@ void plainC(benchmark::State& state, const plain::ServiceMapInput& input) {
   });
 }
 
+// As library(); each byte of the description has its share in the aim.
+void libraryWithScan(benchmark::State& state, const plain::ServiceMapInput& input) {
+  library(state, input);
+  state.counters["bytes"] = static_cast<double>(input.description.size());
+}
+
+template <class Function>
+void addCase(const std::string& name, const Function& function,
+             const std::shared_ptr<const plain::ServiceMapInput>& input) {
+  benchmark::RegisterBenchmark(name.c_str(),
+                               [=](benchmark::State& state) { function(state, *input); });
+}
+
 void registerEverydayCases() {
   for (const Case& named : everydayCases()) {
     const auto input = std::make_shared<const plain::ServiceMapInput>(named.input);
     const auto add = [&](const char* form, auto function) {
-      benchmark::RegisterBenchmark((named.name + "/" + form).c_str(),
-                                   [=](benchmark::State& state) { function(state, *input); });
+      addCase(named.name + "/" + form, function, input);
     };
-    add("library", library);
+    add("library", input->description.size() < kLongDescription ? library : libraryWithScan);
     add("plain", plainForm);
     add("floor", floorOf);
     add("plain C", plainC);
   }
 }
 
-void streams(benchmark::State& state) {
-  library(state, manyStreams(static_cast<std::size_t>(state.range(0))));
-  state.SetComplexityN(state.range(0));
+// One of the functions of reading_pass.h, over a member of the input.
+template <class Pass, class Text>
+void registerPass(const std::string& name, Pass pass, Text plain::ServiceMapInput::*text,
+                  const std::shared_ptr<const plain::ServiceMapInput>& input) {
+  addCase(
+      name,
+      [=](benchmark::State& state, const plain::ServiceMapInput& read) {
+        measure(state, [&] { benchmark::DoNotOptimize(pass(read.*text)); });
+      },
+      input);
 }
 
-void description(benchmark::State& state) {
-  const auto input = longDescription(static_cast<std::size_t>(state.range(0)));
-  library(state, input);
-  state.SetComplexityN(state.range(0));
-  state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(input.description.size()));
+void registerLongCases() {
+  const auto many = std::make_shared<const plain::ServiceMapInput>(manyStreams(100'000));
+  addCase("1,000 streams/library", library,
+          std::make_shared<const plain::ServiceMapInput>(manyStreams(1'000)));
+  addCase("100,000 streams/library", library, many);
+  registerPass("100,000 streams/reading pass", readRecords, &plain::ServiceMapInput::streams, many);
+  registerPass("100,000 streams/touching pass", touchRecords, &plain::ServiceMapInput::streams,
+               many);
+  const auto text = std::make_shared<const plain::ServiceMapInput>(longDescription(1'000'000));
+  addCase("10 kB description/library", library,
+          std::make_shared<const plain::ServiceMapInput>(longDescription(10'000)));
+  addCase("1 MB description/library", library, text);
+  registerPass("1 MB description/reading pass", classifyCharacters,
+               &plain::ServiceMapInput::description, text);
+  registerPass("1 MB description/memchr", findNothing, &plain::ServiceMapInput::description, text);
 }
+
+#ifdef KESTREL_HAS_LIBAVUTIL
+void libavutil(benchmark::State& state) {
+  measure(state, [] { benchmark::DoNotOptimize(readCompareAndDescribeLayouts()); });
+}
+#endif
 
 // The EBU R 123 analysis beside the block that it hands out.
 void ebuR123(benchmark::State& state) {
@@ -109,9 +149,6 @@ void ebuR123Floor(benchmark::State& state) {
   });
 }
 
-BENCHMARK(streams)->RangeMultiplier(10)->Range(10, 100'000)->Complexity();
-BENCHMARK(description)->RangeMultiplier(10)->Range(100, 1'000'000)->Complexity();
-
 }  // namespace
 }  // namespace kestrel::bench
 
@@ -119,7 +156,11 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
   kestrel::bench::registerEverydayCases();
+  kestrel::bench::registerLongCases();
   kestrel::bench::registerNamingCases();
+#ifdef KESTREL_HAS_LIBAVUTIL
+  benchmark::RegisterBenchmark("8 tracks, 5.1 and stereo/libavutil", kestrel::bench::libavutil);
+#endif
   benchmark::RegisterBenchmark("R 123 of 16 tracks/library", kestrel::bench::ebuR123);
   benchmark::RegisterBenchmark("R 123 of 16 tracks/floor", kestrel::bench::ebuR123Floor);
   kestrel::bench::RatioReporter reporter;

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Builds and runs the benchmarks and prints their ratios; options go to the benchmark program.
+# Builds and runs the benchmarks and prints their ratios and whether the aims are met; options go to
+# the benchmark program.
 #
 # usage: scripts/bench.sh [--benchmark_filter=REGEX ...]
 set -euo pipefail
@@ -7,6 +8,10 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh bench
 cmake --preset bench >/dev/null
 cmake --build --preset bench | { grep -vE '^\[[0-9]+/[0-9]+\]|no work to do' || true; }
-build/bench/bench/kestrel_bench "$@"
+build/bench/bench/kestrel_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true "$@"
 echo
-exec build/bench/bench/kestrel_load_bench
+build/bench/bench/kestrel_threads_bench
+echo
+build/bench/bench/kestrel_load_bench
+echo
+exec python3 bench/count_instructions.py build/bench/bench/kestrel_call_driver bench/instructions.txt

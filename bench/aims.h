@@ -1,0 +1,22 @@
+// What the library's times are held against: each row of the table compares two benchmarks of one
+// run.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kestrel::bench {
+
+/// A benchmark's figures.
+struct Figures {
+  double time = 0;  // nanoseconds; the median of the repetitions where there are several
+  double allocations = 0;
+  double bytes = 0;  // of text that the call must pass over, where that is part of its aim
+};
+
+using FindFigures = std::function<const Figures*(const std::string& benchmark)>;
+
+/// Prints each aim whose benchmarks were run, the figure and whether it holds.
+void printAims(const FindFigures& find);
+
+}  // namespace kestrel::bench
