@@ -51,10 +51,8 @@ TEST(HostileValues, AreTriedForEveryExportedName) {
   EXPECT_EQ(tried, namesIn(KESTREL_API_DIRECTORY "/exported_names.txt"));
 }
 
+#if !defined(_WIN32)  // where all calls are made in this process
 TEST(HostileValues, ACrashNamesItsRowAndEndsNoOther) {
-#if defined(_WIN32)
-  GTEST_SKIP() << "all calls are made in this process";
-#else
   const auto rowThat = [](auto ask) { return CallRow{"f", "p", "v", ask, {}}; };
   const auto answers = askIsolated({
       rowThat([](const Around&) {
@@ -73,8 +71,8 @@ TEST(HostileValues, ACrashNamesItsRowAndEndsNoOther) {
                                         {"the process ended with status 0", ""},
                                         {"last", ""}};
   EXPECT_EQ(answers, expected);
-#endif
 }
+#endif
 
 }  // namespace
 }  // namespace kestrel::test
