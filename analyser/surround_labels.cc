@@ -3,6 +3,7 @@
 #include "analyser/surround_labels.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace kestrel {
 
@@ -42,7 +43,7 @@ SurroundLabel frontLabel(std::basic_string_view<Char> text) {
   PackedLabel label = 0;
   std::size_t length = 0;
   for (; length < text.size() && !isBlank(text[length]); ++length) {
-    const auto c = static_cast<std::uint32_t>(text[length]);
+    const auto c = std::uint32_t{static_cast<std::make_unsigned_t<Char>>(text[length])};
     if (length == kLongestLabel || c < 1 || c > 0x7F) return kOtherLabel;
     label = append(label, c);
   }
