@@ -8,6 +8,7 @@
 #include "host/catalogue_items.h"
 #include "host/catalogue_json.h"
 #include "host/command.h"
+#include "host/json.h"
 #include "host/layout_codes.h"
 #include "host/output.h"
 #include "host/text_table.h"
@@ -46,7 +47,7 @@ struct TableCommand {
   const char* help;
   const char* examples;
   std::string (*text)();
-  nlohmann::ordered_json (*json)();
+  Json (*json)();
 };
 
 constexpr TableCommand kCatalogue = {

@@ -8,8 +8,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 Json servicesOf(const CatalogueItem& item) {
   Json services = Json::array();
   for (const ItemService& service : item.placed) {

@@ -1,14 +1,14 @@
 // The catalogue and the layout codes as JSON; docs/host.md describes the members.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
+#include "host/json.h"
 
 namespace kestrel::host {
 
 /// An array: the items by id.
-nlohmann::ordered_json catalogueJson();
+Json catalogueJson();
 
 /// An array: the codes in the library's order.
-nlohmann::ordered_json codesJson();
+Json codesJson();
 
 }  // namespace kestrel::host

@@ -1,18 +1,18 @@
 #include "host/command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <array>
 #include <sstream>
 
 #include "api/kestrel.h"
 #include "host/output.h"
+#include "host/text_parts.h"
 #include "host/usage_error.h"
 
 namespace kestrel::host {
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kProgramFooter[] =
     "Examples:\n"
     "  kestrel inspect film.mxf\n"
     "  kestrel inspect film.mxf --layout 'T8=5.1 Mix,Stereo;T4=Stereo,Stereo'\n"
@@ -26,12 +26,6 @@ constexpr char kFooter[] =
 constexpr std::array kCommands = {AddCommand{addInspect}, AddCommand{addCatalogue},
                                   AddCommand{addCodes},   AddCommand{addExplain},
                                   AddCommand{addScan},    AddCommand{addReport}};
-
-std::string onOneLine(std::string text) {
-  std::ranges::replace_if(
-      text, [](char unit) { return static_cast<unsigned char>(unit) < ' '; }, ' ');
-  return text;
-}
 
 // Help and version come as "errors" of exit code 0.
 std::string answerOrRaise(const CLI::App& app, const CLI::ParseError& error) {
@@ -51,7 +45,7 @@ CommandRun parseCommandLine(const std::vector<std::string>& arguments) {
   CommandRun run;
   app.set_version_flag("--version", std::string("kestrel ") + KESTREL_VERSION);
   app.require_subcommand(1);
-  app.footer(kFooter);
+  app.footer(kProgramFooter);
   for (const AddCommand add : kCommands) {
     add(app, run);
   }

@@ -11,7 +11,7 @@
 namespace kestrel::host {
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kExplainFooter[] =
     "Examples:\n"
     "  kestrel explain 'T8=5.1 Mix,Stereo;T4=Stereo,Stereo'\n"
     "  kestrel explain 'T4=Sterio,Stereo'\n"
@@ -34,7 +34,7 @@ void addExplain(CLI::App& program, CommandRun& run) {
       program.add_subcommand("explain", "Says how a layout description is read, entry by entry");
   const auto text = std::make_shared<std::string>();
   command->add_option("TEXT", *text, "The layout description")->required();
-  command->footer(kFooter);
+  command->footer(kExplainFooter);
   command->callback([text, &run] { run = [text] { return explain(*text); }; });
 }
 

@@ -7,8 +7,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 void mark(TrackMarks& marks, const Json& source, bool isError, bool differs) {
   for (const Json& number : source.at("tracks")) {
     if (number.get<int>() > kMostTracks) {

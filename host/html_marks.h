@@ -2,8 +2,9 @@
 #pragma once
 
 #include <map>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -16,6 +17,6 @@ struct TrackMark {
 /// By the track's number. Notes mark nothing.
 using TrackMarks = std::map<int, TrackMark>;
 
-TrackMarks marksOf(const nlohmann::ordered_json& document);
+TrackMarks marksOf(const Json& document);
 
 }  // namespace kestrel::host

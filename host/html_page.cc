@@ -11,8 +11,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 enum class Words { kAsTheyAre, kVerdicts };
 
 Json rowsOf(const Counts& counts, Words words) {

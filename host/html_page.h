@@ -1,17 +1,17 @@
 // Results as one page that needs nothing else: no network, no other file.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
 #include "host/html_section.h"
+#include "host/json.h"
 
 namespace kestrel::host {
 
 /// One result stands alone; several get a summary and filters above them.
 /// @param documents  a JSON array of results in the form of docs/schema/kestrel-result-1.json
-std::string htmlPage(const nlohmann::ordered_json& documents);
+std::string htmlPage(const Json& documents);
 
 /// A page with a summary and filters, of sections that were made one by one.
 std::string htmlReport(const std::vector<HtmlSection>& sections);

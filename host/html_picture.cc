@@ -18,8 +18,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 constexpr int kGutter = 104;
 constexpr int kColumn = 64;
 constexpr int kInset = 2;

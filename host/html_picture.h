@@ -2,13 +2,12 @@
 // which they disagree marked.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "host/html_marks.h"
+#include "host/json.h"
 
 namespace kestrel::host {
 
 /// What the template of a result draws; null when there is nothing to draw.
-nlohmann::ordered_json pictureView(const nlohmann::ordered_json& document, const TrackMarks& marks);
+Json pictureView(const Json& document, const TrackMarks& marks);
 
 }  // namespace kestrel::host

@@ -14,8 +14,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 std::string textAt(const Json& object, const char* name) {
   return object.at(name).get<std::string>();
 }

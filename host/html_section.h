@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstddef>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 
+#include "host/json.h"
 #include "host/scan_summary.h"
 
 namespace kestrel::host {
@@ -16,6 +16,6 @@ struct HtmlSection {
 
 /// @param number  tells the sections of one page apart
 /// @param isOpen  whether its details are shown from the start
-HtmlSection htmlSection(const nlohmann::ordered_json& document, std::size_t number, bool isOpen);
+HtmlSection htmlSection(const Json& document, std::size_t number, bool isOpen);
 
 }  // namespace kestrel::host

@@ -7,8 +7,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 std::string channelsText(const Json& stream) {
   const int channels = stream.at("channels").get<int>();
   return fmt::format("{} channel{}", channels, channels == 1 ? "" : "s");

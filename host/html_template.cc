@@ -9,7 +9,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
 namespace mustache = kainjow::mustache;
 
 // Views are as deep as the templates, so this recursion ends soon.

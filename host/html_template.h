@@ -3,9 +3,10 @@
 #pragma once
 
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -18,7 +19,7 @@ class HtmlTemplate {
   ~HtmlTemplate();
 
   /// One thread at a time.
-  std::string render(const nlohmann::ordered_json& view) const;
+  std::string render(const Json& view) const;
 
  private:
   struct Parsed;

@@ -11,8 +11,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // The names of the services, each once, that lie on the track.
 std::string servicesOn(const Json& services, int track) {
   std::string text;

@@ -7,8 +7,6 @@
 
 namespace kestrel::host {
 
-using Json = nlohmann::ordered_json;
-
 std::vector<TrackRun> runsOf(const Json& tracks) {
   std::vector<TrackRun> runs;
   for (const Json& number : tracks) {

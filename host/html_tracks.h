@@ -1,9 +1,10 @@
 // Track numbers, as the page writes and draws them.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -14,17 +15,17 @@ struct TrackRun {
 };
 
 /// The runs in a JSON array of track numbers, in its order.
-std::vector<TrackRun> runsOf(const nlohmann::ordered_json& tracks);
+std::vector<TrackRun> runsOf(const Json& tracks);
 
 /// "1–6, 8"; empty for no tracks.
-std::string tracksText(const nlohmann::ordered_json& tracks);
+std::string tracksText(const Json& tracks);
 
 /// Whether a JSON array of track numbers holds one.
-bool holdsTrack(const nlohmann::ordered_json& tracks, int track);
+bool holdsTrack(const Json& tracks, int track);
 
 /// How many columns the page has for a file: its tracks, and those past its end that an expected
 /// service would take; kMostTracks at most.
-int trackColumns(const nlohmann::ordered_json& document);
+int trackColumns(const Json& document);
 
 inline constexpr int kMostTracks = 128;
 

@@ -9,6 +9,7 @@
 #include "host/command.h"
 #include "host/html_page.h"
 #include "host/inspect_arguments.h"
+#include "host/json.h"
 #include "host/json_reader.h"
 #include "host/messages.h"
 #include "host/output.h"
@@ -20,7 +21,7 @@
 namespace kestrel::host {
 namespace {
 
-constexpr char kFooter[] =
+constexpr char kInspectFooter[] =
     "Examples:\n"
     "  kestrel inspect film.mxf                      what is it, and does it hold what it "
     "declares?\n"
@@ -61,8 +62,8 @@ std::string asPlainText(const Results& results) {
   return text;
 }
 
-nlohmann::ordered_json documentsOf(const Results& results) {
-  auto documents = nlohmann::ordered_json::array();
+Json documentsOf(const Results& results) {
+  auto documents = Json::array();
   for (const FileResult& result : results) {
     documents.push_back(toJson(result));
   }
@@ -70,7 +71,7 @@ nlohmann::ordered_json documentsOf(const Results& results) {
 }
 
 std::string asJson(const Results& results) {
-  const nlohmann::ordered_json documents = documentsOf(results);
+  const Json documents = documentsOf(results);
   return (results.size() == 1 ? documents.front() : documents).dump(2) + "\n";
 }
 
@@ -132,7 +133,7 @@ void addInspect(CLI::App& program, CommandRun& run) {
       ->capture_default_str();
   inspect->add_option("-o,--output", command->output,
                       "Write the result into this file, whole or not at all");
-  inspect->footer(kFooter);
+  inspect->footer(kInspectFooter);
   inspect->callback([command, &run] { run = [command] { return runInspect(*command); }; });
 }
 

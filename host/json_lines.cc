@@ -15,8 +15,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // Every line begins with it, so that a torn line of ours is told from another file's text.
 std::string beginOfLine() { return fmt::format(R"({{"schema":"{}")", kResultSchema); }
 

@@ -7,8 +7,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <nlohmann/json_fwd.hpp>
 #include <stdexcept>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -28,6 +29,6 @@ struct JsonLinesEnd {
 /// the first line that is not a result or for which `use` raises anything; `use` has then seen
 /// those before it.
 JsonLinesEnd readJsonLines(const std::filesystem::path& file,
-                           const std::function<void(const nlohmann::ordered_json&)>& use);
+                           const std::function<void(const Json&)>& use);
 
 }  // namespace kestrel::host

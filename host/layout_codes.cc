@@ -13,11 +13,9 @@
 namespace kestrel::host {
 namespace {
 
-std::string lowerCase(std::string_view text) {
+std::string inLowerCase(std::string_view text) {
   std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-  });
+  std::ranges::transform(lower, lower.begin(), lowerCase);
   return lower;
 }
 
@@ -80,7 +78,7 @@ std::optional<LayoutCode> layoutCode(std::string_view code) {
 }
 
 SpelledCode spelledCode(std::string_view text) {
-  const std::string lower = lowerCase(text);
+  const std::string lower = inLowerCase(text);
   std::string_view rest = lower;
   skipSeparators(rest);
   if (takeText(rest, "layout")) {

@@ -6,19 +6,13 @@
 
 #include "host/catalogue_items.h"
 #include "host/layout_text.h"
+#include "host/text_parts.h"
 #include "host/text_table.h"
 #include "host/track_map.h"
 #include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {
-
-// The text on one line of as many columns as it has characters.
-std::string onOneLine(std::string text) {
-  std::ranges::replace_if(
-      text, [](char unit) { return static_cast<unsigned char>(unit) < ' ' || unit == 0x7F; }, ' ');
-  return text;
-}
 
 // Goes through the text from its front and writes what each stretch of it is.
 class Explainer {
@@ -47,7 +41,7 @@ class Explainer {
   void complain(std::size_t offset, std::size_t length, const std::string& sentence) {
     result_.isSound = false;
     write("  " + sentence);
-    write("    " + onOneLine(description_));
+    write("    " + onOneLine(description_));  // as many columns as characters
     const std::size_t before = columnsOf(description_.substr(0, offset));
     const std::size_t under = columnsOf(description_.substr(offset, length));
     write("    " + std::string(before, ' ') + std::string(std::max<std::size_t>(under, 1), '^'));

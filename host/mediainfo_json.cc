@@ -10,25 +10,25 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::json;
+using MediaJson = nlohmann::json;
 
 [[noreturn]] void reject(const std::string& why) {
   throw NotExamined("bad-json", "the JSON is not that of mediainfo: " + why);
 }
 
-std::string textIn(const Json& object, const char* name) {
+std::string textIn(const MediaJson& object, const char* name) {
   const auto found = object.find(name);
   return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
 // Some fields stand among the extra ones. Empty where there is none, or something else than a text.
-std::string field(const Json& stream, const char* name) {
+std::string field(const MediaJson& stream, const char* name) {
   const std::string text = textIn(stream, name);
   const auto extra = stream.find("extra");
   return text.empty() && extra != stream.end() ? textIn(*extra, name) : text;
 }
 
-RawAudioStream audioStream(const Json& stream) {
+RawAudioStream audioStream(const MediaJson& stream) {
   return {
       .id = field(stream, "ID"),
       .format = field(stream, "Format"),
@@ -41,7 +41,7 @@ RawAudioStream audioStream(const Json& stream) {
   };
 }
 
-void addStream(const Json& stream, RawMedia& media) {
+void addStream(const MediaJson& stream, RawMedia& media) {
   const std::string type = field(stream, "@type");
   if (type == "General") {
     media.container = field(stream, "Format");
@@ -54,7 +54,7 @@ void addStream(const Json& stream, RawMedia& media) {
   }
 }
 
-NamedMedia namedMedia(const Json& file) {
+NamedMedia namedMedia(const MediaJson& file) {
   const auto media = file.is_object() ? file.find("media") : file.end();
   if (!file.is_object() || media == file.end()) {
     reject("a file has no \"media\"");
@@ -67,7 +67,7 @@ NamedMedia namedMedia(const Json& file) {
     reject(R"(there is no list "track" in "media")");
   }
   NamedMedia named{field(*media, "@ref"), {}};
-  for (const Json& stream : *tracks) {
+  for (const MediaJson& stream : *tracks) {
     if (stream.is_object()) {
       addStream(stream, named.media);
     }
@@ -75,11 +75,11 @@ NamedMedia namedMedia(const Json& file) {
   return named;
 }
 
-Json parsed(std::string_view text) {
+MediaJson parsed(std::string_view text) {
   if (text.size() > kLongestMediainfoJson) {
     throw NotExamined("json-too-long", "the JSON is longer than 64 MiB");
   }
-  Json json = Json::parse(text, nullptr, false);
+  MediaJson json = MediaJson::parse(text, nullptr, false);
   if (json.is_discarded()) {
     reject("it is no JSON at all");
   }
@@ -89,13 +89,13 @@ Json parsed(std::string_view text) {
 }  // namespace
 
 std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
-  const Json json = parsed(text);
+  const MediaJson json = parsed(text);
   std::vector<NamedMedia> files;
   if (!json.is_array()) {
     files.push_back(namedMedia(json));
     return files;
   }
-  for (const Json& file : json) {
+  for (const MediaJson& file : json) {
     files.push_back(namedMedia(file));
   }
   return files;

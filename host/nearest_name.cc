@@ -4,15 +4,13 @@
 #include <algorithm>
 #include <numeric>
 
+#include "host/text_parts.h"
+
 namespace kestrel::host {
 namespace {
 
 constexpr std::size_t kLongest = 100;
 constexpr std::size_t kChange = 2;  // in half letters
-
-char lowerCase(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
 
 std::size_t costOf(char left, char right) {
   if (left == right) {

@@ -10,6 +10,7 @@
 
 #include "host/file_place.h"
 #include "host/html_page.h"
+#include "host/json.h"
 #include "host/json_lines.h"
 #include "host/result_json.h"
 #include "host/utf8.h"
@@ -18,8 +19,6 @@ namespace kestrel::host {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
-
 class Report {
  public:
   void addAll(const fs::path& results) {

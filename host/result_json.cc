@@ -7,8 +7,6 @@
 
 namespace kestrel::host {
 
-using Json = nlohmann::ordered_json;
-
 NLOHMANN_JSON_SERIALIZE_ENUM(Severity, {{Severity::kError, "error"},
                                         {Severity::kWarning, "warning"},
                                         {Severity::kNote, "note"}})

@@ -1,9 +1,8 @@
 // A result as JSON, in the form of docs/schema/kestrel-result-1.json.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
-
 #include "host/file_result.h"
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -12,11 +11,11 @@ inline constexpr char kResultSchema[] = "kestrel-result-1";
 
 /// All texts in it are UTF-8, so that it can be dumped without errors. A file name that is not
 /// UTF-8 stands with U+FFFD in "file" and exactly, as hexadecimal digits, in "fileBytes".
-nlohmann::ordered_json toJson(const FileResult& result);
+Json toJson(const FileResult& result);
 
-nlohmann::ordered_json toJson(const Expectation& expectation);
+Json toJson(const Expectation& expectation);
 
 /// The bytes of the file's name in such a document.
-std::string fileNameIn(const nlohmann::ordered_json& document);
+std::string fileNameIn(const Json& document);
 
 }  // namespace kestrel::host

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "host/json.h"
 #include "host/json_lines_file.h"
 #include "host/messages.h"
 #include "host/progress_bar.h"
@@ -78,14 +79,14 @@ class Scan {
   }
 
   void examine(const fs::path& file) {
-    nlohmann::ordered_json identity = identityOf(file);
+    Json identity = identityOf(file);
     const FileResult result = inspectFile(file, request_.inspect);
     // A reader that is just being started gets the interrupt too, and fails for no fault of the
     // file.
     if (result.error && ScanInterrupt::signal() != 0) {
       return;
     }
-    nlohmann::ordered_json document = toJson(result);
+    Json document = toJson(result);
     document[kIdentityMember] = std::move(identity);
     document[kOptionsMember] = options_;
     const std::string line = document.dump();
@@ -110,7 +111,7 @@ class Scan {
   }
 
   const ScanRequest& request_;
-  const nlohmann::ordered_json options_;
+  const Json options_;
   ScanFiles found_;
   JsonLinesFile output_;
   ScanSummary summary_;

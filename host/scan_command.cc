@@ -17,7 +17,7 @@
 namespace kestrel::host {
 namespace {
 
-constexpr char kExamples[] =
+constexpr char kScanExamples[] =
     "Examples:\n"
     "  kestrel scan /media/deliveries -o results.jsonl\n"
     "  kestrel scan /media/deliveries -o results.jsonl --resume\n"
@@ -93,7 +93,7 @@ void addScan(CLI::App& program, CommandRun& run) {
   addFileOptions(*command, *arguments);
   addOutputOptions(*command, *arguments);
   addInspectOptions(*command, arguments->inspect);
-  command->footer(kExamples);
+  command->footer(kScanExamples);
   command->callback(
       [arguments, &run] { run = [arguments] { return scan(requestOf(*arguments)); }; });
 }

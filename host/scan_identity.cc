@@ -23,7 +23,7 @@ std::string timeText(fs::file_time_type time) {
 
 }  // namespace
 
-nlohmann::ordered_json identityOf(const fs::path& file) {
+Json identityOf(const fs::path& file) {
   std::error_code error;
   if (!fs::is_regular_file(file, error)) {
     return nullptr;

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <filesystem>
-#include <nlohmann/json_fwd.hpp>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -10,6 +11,6 @@ namespace kestrel::host {
 inline constexpr char kIdentityMember[] = "identity";
 
 /// {"size": 1024, "modified": "2026-01-31T12:00:00.123456789Z"}; null for what is no regular file.
-nlohmann::ordered_json identityOf(const std::filesystem::path& file);
+Json identityOf(const std::filesystem::path& file);
 
 }  // namespace kestrel::host

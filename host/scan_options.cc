@@ -8,8 +8,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 struct Option {
   const char* member;
   const char* name;

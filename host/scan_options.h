@@ -2,28 +2,27 @@
 // of one question only.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
 #include "host/inspect_file.h"
+#include "host/json.h"
 
 namespace kestrel::host {
 
 /// The member of that name in a line of a scan.
 inline constexpr char kOptionsMember[] = "options";
 
-nlohmann::ordered_json optionsOf(const InspectOptions& options);
+Json optionsOf(const InspectOptions& options);
 
 /// The names of those that change a result and are not the same in the two; "--strict". How an
 /// expectation is spelled does not count, and neither does the time limit: it says how long a
 /// result is waited for, not which.
-std::vector<std::string> differingOptions(const nlohmann::ordered_json& before,
-                                          const nlohmann::ordered_json& now);
+std::vector<std::string> differingOptions(const Json& before, const Json& now);
 
 /// Whether the result is what the same question would give again now: the file was examined, and
 /// not only in the quick mode that a longer time limit may spare it. A line of a version that wrote
 /// no options does not tell.
-bool isLasting(const nlohmann::ordered_json& document, const nlohmann::ordered_json& now);
+bool isLasting(const Json& document, const Json& now);
 
 }  // namespace kestrel::host

@@ -8,6 +8,7 @@
 #include <unordered_map>
 
 #include "host/file_place.h"
+#include "host/json.h"
 #include "host/result_json.h"
 #include "host/scan_identity.h"
 #include "host/scan_options.h"
@@ -18,8 +19,6 @@ namespace kestrel::host {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
-
 class EarlierResults {
  public:
   EarlierResults(const std::vector<std::string>& files, const InspectOptions& options)

@@ -9,7 +9,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Count = std::pair<std::string, std::size_t>;
 
 std::string table(const std::string& title, const std::vector<Count>& counts) {

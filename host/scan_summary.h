@@ -3,9 +3,10 @@
 
 #include <cstddef>
 #include <map>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -23,7 +24,7 @@ struct ResultFacts {
   std::vector<std::string> findings;
 };
 
-ResultFacts factsOf(const nlohmann::ordered_json& document);
+ResultFacts factsOf(const Json& document);
 
 /// "does not conform" for "does-not-conform".
 std::string verdictText(const std::string& verdict);

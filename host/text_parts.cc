@@ -15,4 +15,10 @@ std::vector<std::string_view> splitAtBlanks(std::string_view text) {
   return parts;
 }
 
+std::string onOneLine(std::string text) {
+  std::ranges::replace_if(
+      text, [](char unit) { return static_cast<unsigned char>(unit) < ' ' || unit == 0x7F; }, ' ');
+  return text;
+}
+
 }  // namespace kestrel::host

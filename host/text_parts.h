@@ -1,8 +1,9 @@
-// Small readers of the texts that a media reader gives.
+// Small steps of reading and rewriting texts.
 #pragma once
 
 #include <charconv>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -42,5 +43,13 @@ std::optional<Number> leadingNumber(std::string_view text) {
 
 /// The parts between blanks; a run of blanks is one separator.
 std::vector<std::string_view> splitAtBlanks(std::string_view text);
+
+/// ASCII letters alone change.
+constexpr char lowerCase(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+/// The text with a blank for each control character.
+std::string onOneLine(std::string text);
 
 }  // namespace kestrel::host

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t kNarrowest = 20;
 
 // By Colour; the services' colours follow from kFirstService on.
-constexpr std::array<std::string_view, 5 + kServiceColours> kCodes = {
+constexpr std::array<std::string_view, 5 + kServiceColours> kStyleCodes = {
     "", "1;32", "1;31", "1;33", "2", "36", "35", "34", "33", "32"};
 
 std::string environment(const char* name) {
@@ -43,7 +43,7 @@ std::string coloured(const std::string& text, Colour colour, const TextStyle& st
   if (!style.isColoured || colour == Colour::kPlain || text.empty()) {
     return text;
   }
-  return "\x1b[" + std::string(kCodes.at(static_cast<std::size_t>(colour))) + "m" + text +
+  return "\x1b[" + std::string(kStyleCodes.at(static_cast<std::size_t>(colour))) + "m" + text +
          "\x1b[0m";
 }
 

@@ -25,7 +25,7 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
 File temporaryFile() { return {std::tmpfile(), &std::fclose}; }
 
-std::string contentOf(std::FILE* file) {
+std::string writtenTo(std::FILE* file) {
   std::rewind(file);
   std::string content;
   for (int unit = std::fgetc(file); unit != EOF; unit = std::fgetc(file)) {
@@ -109,7 +109,7 @@ ProgramRun runProgramOnTerminal(const std::vector<std::string>& arguments,
   const std::string output = terminal.content();
   int status = 0;
   ::waitpid(child, &status, 0);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output, contentOf(errors.get())};
+  return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, output, writtenTo(errors.get())};
 }
 
 ProgramRun runProgramProcess(const std::vector<std::string>& arguments, const RunOptions& options) {
@@ -124,7 +124,7 @@ ProgramRun runProgramProcess(const std::vector<std::string>& arguments, const Ru
   int status = 0;
   ::waitpid(child, &status, 0);
   return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-          options.outputFile.empty() ? contentOf(output.get()) : "", contentOf(errors.get())};
+          options.outputFile.empty() ? writtenTo(output.get()) : "", writtenTo(errors.get())};
 }
 
 bool holds(const std::string& text, const std::string& part) {

@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-const fs::path kMedia = KESTREL_TEST_MEDIA;
+const fs::path kScannedMedia = KESTREL_TEST_MEDIA;
 const Names kAll = {"a.mxf", "b.mxf", "c.mxf", "d.mxf", "e.mxf", "f.mxf"};
 
 class ScanResumeTest : public ::testing::Test {
@@ -47,7 +47,7 @@ class ScanResumeTest : public ::testing::Test {
   void makeFiles(const char* source) const {
     fs::create_directory(directory_ / "in");
     for (const std::string& name : kAll) {
-      fs::copy_file(kMedia / source, directory_ / ("in/" + name));
+      fs::copy_file(kScannedMedia / source, directory_ / ("in/" + name));
     }
   }
 };
@@ -123,7 +123,7 @@ TEST_F(ScanResumeTest, onlyWhatIsNewOrChangedIsDone) {
 
 TEST_F(ScanResumeTest, theExitCodeCountsWhatWasDoneBefore) {
   makeFastFiles();
-  fs::copy_file(kMedia / "wav_mono.wav", path("in/unknown.wav"));
+  fs::copy_file(kScannedMedia / "wav_mono.wav", path("in/unknown.wav"));
   EXPECT_EQ(scan("").exitCode, 1);
   const std::string before = results();
   EXPECT_EQ(scan().exitCode, 1);
@@ -132,7 +132,7 @@ TEST_F(ScanResumeTest, theExitCodeCountsWhatWasDoneBefore) {
 
 TEST_F(ScanResumeTest, whatCouldNotBeExaminedIsTriedAgainAndItsLastLineCounts) {
   makeFastFiles();
-  fs::copy_file(kMedia / "rf64_stereo.wav", path("in/bad.mxf"));
+  fs::copy_file(kScannedMedia / "rf64_stereo.wav", path("in/bad.mxf"));
   const auto changed = fs::last_write_time(path("in/bad.mxf"));
   const std::string good = contentOf(path("in/bad.mxf"));
   directory_.write("in/bad.mxf", std::string(good.size(), '.'));

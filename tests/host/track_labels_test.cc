@@ -12,7 +12,7 @@ RawAudioStream withLayout(const std::string& layout, const std::string& layoutId
   return raw;
 }
 
-struct Row {
+struct LabelRow {
   const char* layout;
   const char* layoutId;
   bool isPairCoded;
@@ -22,7 +22,7 @@ struct Row {
 };
 
 TEST(TrackLabelsTest, areTheFilesOwn) {
-  const Row rows[] = {
+  const LabelRow rows[] = {
       {"L R", "", false, 0, 2, {"L", "R"}},
       {"", "", false, 0, 2, {}},
       // "own / derived": the first part is the file's.
@@ -51,7 +51,7 @@ TEST(TrackLabelsTest, areTheFilesOwn) {
       {"L R C", "", true, 0, 2, {}},
       {"L", "", false, 0, 0, {}},
   };
-  for (const Row& row : rows) {
+  for (const LabelRow& row : rows) {
     SCOPED_TRACE(std::string(row.layout) + " of " + std::to_string(row.channelCount));
     const RawAudioStream raw = withLayout(row.layout, row.layoutId);
     const auto part = row.splitChannel == 0 ? std::nullopt : std::optional(row.splitChannel);
