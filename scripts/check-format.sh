@@ -3,7 +3,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mapfile -t files < <(find api catalogue analyser standards host bindings tests bench fuzz \
-  -name '*.h' -o -name '*.cc' -o -name '*.c' | sort)
+  examples -name '*.h' -o -name '*.cc' -o -name '*.c' | sort)
 if [ "${1:-}" = --fix ]; then
   clang-format-14 -i "${files[@]}"
 else

@@ -8,7 +8,6 @@ Every `cmake` block of the section must stand in the project that the section bu
 import argparse
 import os
 import pathlib
-import re
 import shlex
 import shutil
 import subprocess
@@ -16,22 +15,13 @@ import sys
 
 CONSUMERS = pathlib.Path(__file__).resolve().parent
 DOCUMENT = CONSUMERS.parents[1] / "docs" / "install.md"
-
-
-def section_of(text, title):
-    found = re.search(rf"^## {re.escape(title)}\n(.*?)(?=^## |\Z)", text, re.M | re.S)
-    if not found:
-        sys.exit(f"{DOCUMENT.name} has no section {title}")
-    return found[1]
-
-
-def blocks(section, language):
-    return re.findall(rf"^```{language}\n(.*?)^```$", section, re.M | re.S)
+sys.path.insert(0, str(CONSUMERS.parent / "documents"))
+import pages  # noqa: E402 (it stands in a folder beside this one)
 
 
 def check_projects(section):
     projects = "\0".join(path.read_text() for path in CONSUMERS.glob("*/CMakeLists.txt"))
-    for block in blocks(section, "cmake"):
+    for block in pages.blocks(section, "cmake"):
         if block not in projects:
             sys.exit(f"no project is as the section shows it:\n{block}")
 
@@ -57,8 +47,8 @@ def main():
     parser.add_argument("--work", type=pathlib.Path, required=True)
     parser.add_argument("--program")
     options = parser.parse_args()
-    section = section_of(DOCUMENT.read_text(encoding="utf-8"), options.section)
-    commands = "".join(blocks(section, "sh"))
+    section = pages.section(DOCUMENT, options.section)
+    commands = "".join(pages.blocks(section, "sh"))
     check_projects(section)
     shutil.rmtree(options.work, ignore_errors=True)
     shutil.copytree(CONSUMERS, options.work)
