@@ -4,7 +4,7 @@ usage: run_console.py --folder FOLDER --work WORK [--section TITLE] PAGE...
 
 In a block a line that begins with "$ " is a command, further lines of it begin with "> ". What
 stands below, up to the next command, is all that it prints, errors too; a line "..." stands for any
-number of lines. A block has one shell, a page one fresh copy of FOLDER, in WORK.
+number of lines. Each block has a shell and a fresh copy of FOLDER, in WORK, of its own.
 """
 import argparse
 import difflib
@@ -62,9 +62,9 @@ def main():
     commands, wrong = 0, []
     for page in options.pages:
         text = pages.section(page, options.section) if options.section else pages.read(page)
-        shutil.rmtree(options.work, ignore_errors=True)
-        shutil.copytree(options.folder, options.work)
         for block in pages.blocks(text, "console"):
+            shutil.rmtree(options.work, ignore_errors=True)
+            shutil.copytree(options.folder, options.work)
             commands += len(list(turns(block)))
             wrong += [f"{page.name}: {found}" for found in differences(block, options.work)]
     print("\n\n".join([*wrong, f"{commands} commands"]))

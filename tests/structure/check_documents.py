@@ -1,74 +1,102 @@
 """The pages show the samples that the tests run, with what they print, and explain every finding.
 
-A block of C++, C or Python in a page of docs/ is a whole file of docs/samples or of the bindings.
+usage: check_documents.py ROOT
+
+Each fenced block of a page is one of these: a whole file that a test builds and runs, or what that
+prints; a `console` block, or one of a section of docs/install.md, which tests run from the page; or
+one of those that no test can run as they stand, listed here with the reason.
 """
 import pathlib
 import re
 import sys
 
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "documents"))
+import pages  # noqa: E402 (it stands in a folder beside this one)
 
-def read(path):
-    return path.read_text(encoding="utf-8")
-
-
-def blocks(text):
-    """The fenced blocks of code that have a language."""
-    return re.findall(r"^```(cpp|c|python)\n(.*?)^```$", text, re.MULTILINE | re.DOTALL)
-
-
-def samples_not_shown(root, pages):
-    folder = root / "docs" / "samples"
-    shown_by = {folder / name.name: pages for name in sorted(folder.iterdir())}
-    readme = [read(root / "README.md")]
-    for name in ["example.py", "example.out"]:
-        shown_by[root / "bindings" / "python" / name] = readme
-    for sample, texts in shown_by.items():
-        if not any("```\n" + read(sample) + "```" in re.sub(r"```\w+", "```", t) for t in texts):
-            yield f"no page shows {sample.relative_to(root)} as it is"
+# What tests build, run and compare; each of these files must stand in a page as it is.
+SAMPLES = ["docs/samples/*", "bindings/python/example.*", "tests/consumers/layouts.*"]
+SHOWN = ["README.md", "examples/README.md", "bindings/python/README.md", "docs/*.md"]
+NOT_RUN = {
+    ("README.md", "./scripts/demo.sh [MEDIA_FILE]"): "builds all, and runs this test",
+    ("docs/design.md", "        host"): "a drawing",
+    ("docs/install.md", "./scripts/setup.sh demo"): "needs root and a network",
+    ("docs/install.md", "cpack"): "tests/packages makes them in a folder of its own",
+    ("bindings/python/README.md", "import kestrel"): "run by the package's own tests",
+    ("bindings/python/README.md", "Stereo 2 0"): "compared by the package's own tests",
+    ("bindings/python/README.md", "python3 -m venv"): "tests/c_api installs so, without a network",
+    ("bindings/python/README.md", "cd bindings/python"): "the package's own tests",
+}
 
 
-def blocks_not_run(root, pages):
-    run = {read(path) for path in (root / "docs" / "samples").iterdir()}
-    for path, text in pages.items():
-        for language, code in blocks(text):
-            if code not in run:
-                yield f"{path.name} shows {language} that no test runs: {code.splitlines()[0]}"
+def samples_not_shown(root, texts):
+    for pattern in SAMPLES:
+        for path in sorted(root.glob(pattern)):
+            if not any(code == pages.read(path) for text in texts.values()
+                       for _, code in pages.fenced(text)):
+                yield f"no page shows {path.relative_to(root)} as it is"
 
 
-def pictures_missing(pages):
-    for path, text in pages.items():
-        for name in re.findall(r"!\[[^]]*\]\(([^)]*)\)", text):
-            if not (path.parent / name).is_file():
-                yield f"{path.name} shows {name}, which is not there"
+def reason_not_run(name, code):
+    return next((key for key in NOT_RUN if key[0] == name and code.startswith(key[1])), None)
 
 
-def section(text, heading):
-    return text.split(f"\n## {heading}\n")[1].split("\n## ")[0]
+def blocks_not_run(root, texts):
+    run = {pages.read(path) for pattern in SAMPLES for path in root.glob(pattern)}
+    unused = set(NOT_RUN)
+    for name, text in texts.items():
+        for language, code in pages.fenced(text):
+            known = reason_not_run(name, code)
+            unused.discard(known)
+            by_section = name == "docs/install.md" and language in ("sh", "cmake")
+            if not (known or by_section or language == "console" or code in run):
+                yield f"{name} shows what no test runs: {code.splitlines()[0]}"
+    yield from (f"{name} has no block any more that begins with {code}" for name, code in unused)
+
+
+def sections_not_run(root, texts):
+    """The tests of installed trees name each section that they do as it says."""
+    run = pages.read(root / "tests" / "consumers" / "CMakeLists.txt")
+    for name, languages in [("docs/install.md", ["sh"]), ("examples/README.md", ["console"])]:
+        for title in re.findall(r"^## (.*)$", texts[name], re.M):
+            if pages.blocks(pages.section(root / name, title), *languages):
+                if f'"{title}"' not in run:
+                    yield f"tests/consumers does not do what {name} says in {title}"
+
+
+def files_missing(root, texts):
+    for name, text in texts.items():
+        for link in re.findall(r"!\[[^]]*\]\(([^)]*)\)", text):
+            if not (root / name).parent.joinpath(link).is_file():
+                yield f"{name} shows {link}, which is not there"
+        for script in re.findall(r"(?<![\w/])(?:\./)?(scripts/[\w-]+\.(?:sh|py))", text):
+            if not (root / script).is_file():
+                yield f"{name} names {script}, which is not there"
 
 
 def known_findings(root):
-    diagnosis = read(root / "api" / "kestrel.h").split("---- Diagnosis")[1]
+    diagnosis = pages.read(root / "api" / "kestrel.h").split("---- Diagnosis")[1]
     yield from re.findall(r"#define (KESTREL_\w+) \d+", diagnosis)
-    host = read(root / "docs" / "host.md")
     for heading in ["Findings", "Why a file could not be examined"]:
-        for row in re.findall(r"^\| (`[^|]*`) \|", section(host, heading), re.MULTILINE):
+        rows = pages.section(root / "docs" / "host.md", heading)
+        for row in re.findall(r"^\| (`[^|]*`) \|", rows, re.M):
             yield from re.findall(r"`([a-z0-9-]+)`", row)
 
 
-def findings_not_explained(root, known):
-    page = read(root / "docs" / "troubleshooting.md")
-    rows = re.findall(r"^\| (`[^|]*`) \|", page, re.MULTILINE)
+def findings_not_explained(texts, known):
+    rows = re.findall(r"^\| (`[^|]*`) \|", texts["docs/troubleshooting.md"], re.M)
     explained = set(re.findall(r"`([\w-]+)`", " ".join(rows)))
     yield from (f"troubleshooting.md does not explain {name}" for name in known - explained)
 
 
 def main():
     root = pathlib.Path(sys.argv[1])
-    pages = {path: read(path) for path in sorted((root / "docs").glob("*.md"))}
+    paths = [path for pattern in SHOWN for path in sorted(root.glob(pattern))]
+    texts = {path.relative_to(root).as_posix(): pages.read(path) for path in paths}
     known = set(known_findings(root))
-    wrong = [*samples_not_shown(root, pages.values()), *blocks_not_run(root, pages),
-             *pictures_missing(pages), *findings_not_explained(root, known)]
-    print("\n".join([*wrong, f"{len(pages)} pages, {len(known)} findings"]))
+    wrong = [*samples_not_shown(root, texts), *blocks_not_run(root, texts),
+             *sections_not_run(root, texts), *files_missing(root, texts),
+             *findings_not_explained(texts, known)]
+    print("\n".join([*wrong, f"{len(texts)} pages, {len(known)} findings"]))
     sys.exit(1 if wrong or len(known) < 30 else 0)
 
 
