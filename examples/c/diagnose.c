@@ -75,7 +75,9 @@ static int diagnose(const char* layout, const Programme* programme) {
   int32_t stream = -1;
   const KestrelStatus status = kestrelAnalyse(&request, &analysis, &byte, &stream);
   if (status == KESTREL_BAD_TEXT) {
-    fprintf(stderr, "diagnose: byte %zu of a text of stream %" PRId32 ": ", byte, stream);
+    const char* id = stream < 0 ? "" : programme->streams[stream].streamId;
+    fprintf(stderr, "diagnose: byte %zu of %s%s: ", byte,
+            stream < 0 ? "the layout" : "a text of stream ", id);
   }
   if (status != KESTREL_OK) {
     fprintf(stderr, "%s\n", kestrelStatusText(status));

@@ -4,14 +4,14 @@
 
 /* Reads a line that ends within its room; anything longer is no stream. */
 static int readStream(char* line, KestrelStream* stream) {
-  char coding[8] = "";
-  int id = 0; /* where the id ends */
-  int labels = 0;
   const size_t length = strcspn(line, "\r\n");
+  char coding[9] = ""; /* one character more than the longest */
+  int id = 0;          /* where the id ends */
+  int labels = (int)length;
   if (length == MAX_LINE - 1) return 0;
   line[length] = '\0';
   *stream = (KestrelStream){.structSize = sizeof *stream, .streamId = line};
-  if (sscanf(line, "%*s%n %d %d %d %7s %n", &id, &stream->channelCount, &stream->formatKey1,
+  if (sscanf(line, "%*s%n %d %d %d %8s %n", &id, &stream->channelCount, &stream->formatKey1,
              &stream->formatKey2, coding, &labels) != 4) {
     return 0;
   }
@@ -29,7 +29,7 @@ int readProgramme(FILE* file, Programme* programme) {
     const int full = programme->count == MAX_STREAMS;
     char* line = full ? beyond : programme->lines[programme->count];
     if (fgets(line, MAX_LINE, file) == NULL) return 0;
-    if (line[0] == '#' || line[0] == '\n') continue;
+    if (strchr("#\r\n", line[0]) != NULL) continue;
     if (full || !readStream(line, &programme->streams[programme->count])) return number;
     programme->streams[programme->count].group = programme->count; /* each is one of its own */
     ++programme->count;

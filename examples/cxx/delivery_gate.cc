@@ -50,10 +50,11 @@ void printService(const kestrel::ServiceMapResult& service) {
   std::cout << '\n';
 }
 
-void print(const std::string& code, const Layout& layout, const Check& check) {
+void print(const std::string& code, const Layout& layout, const Check& result) {
   static const char* const words[] = {"carried", "other tracks", "formats differ within a service"};
-  std::cout << code << "  " << layout.name << ": " << words[static_cast<int>(check.answer)] << '\n';
-  for (const auto& service : check.services) printService(service);
+  std::cout << code << "  " << layout.name << ": " << words[static_cast<int>(result.answer)]
+            << '\n';
+  for (const auto& service : result.services) printService(service);
 }
 
 bool passes(const char* file, const std::vector<std::string>& codes) {

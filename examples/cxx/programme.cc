@@ -32,6 +32,7 @@ kestrel::AudioStreamInfo streamOf(const std::string& line) {
 std::vector<kestrel::AudioStreamInfo> readProgramme(std::istream& text) {
   std::vector<kestrel::AudioStreamInfo> streams;
   for (std::string line; std::getline(text, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.empty() || line.front() == '#') continue;
     streams.push_back(streamOf(line));
     streams.back().group = static_cast<std::int32_t>(streams.size());  // each is one of its own
