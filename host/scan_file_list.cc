@@ -18,7 +18,7 @@ std::vector<fs::path> namesIn(std::istream& list, NameEnd end) {
   std::vector<fs::path> names;
   for (std::string name; std::getline(list, name, static_cast<char>(end));) {
     if (!name.empty()) {
-      names.emplace_back(name);
+      names.push_back(pathFromUtf8(name));
     }
   }
   return names;

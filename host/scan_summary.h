@@ -1,6 +1,7 @@
 // Counts results: by verdict, by layout, by finding.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <map>
 #include <string>
@@ -22,6 +23,8 @@ struct ResultFacts {
   std::string layout;
   /// The ids of its findings, and of the error that kept it from being examined; each once.
   std::vector<std::string> findings;
+
+  auto operator<=>(const ResultFacts&) const = default;
 };
 
 ResultFacts factsOf(const Json& document);

@@ -30,7 +30,7 @@ _kestrel() {
   case $command in
     inspect) own="--streams-from --format -o --output $expected" formats+=' html' ;;
     scan) own="--files-from -0 --null -o --output --resume --jobs -q --quiet $expected" ;;
-    report) own='-o --output' ;;
+    report) own='--format --files-from -0 --null -o --output' formats='html text jsonl' ;;
     catalogue | codes) own='--format' ;;
   esac
   COMPREPLY=()

@@ -21,7 +21,7 @@ std::size_t count(const std::string& text, const std::string& part) {
 
 class ReportPageTest : public ::testing::Test {
  protected:
-  ReportPage report(const std::string& content) const {
+  Report report(const std::string& content) const {
     return reportPage({directory_.write("r.jsonl", content)});
   }
 
@@ -38,7 +38,7 @@ class ReportPageTest : public ::testing::Test {
 };
 
 TEST_F(ReportPageTest, filesStandInTheOrderOfTheirNames) {
-  const std::string html = report(line(conformingDocument()) + line(codedDocument())).html;
+  const std::string html = report(line(conformingDocument()) + line(codedDocument())).text;
   EXPECT_EQ(count(html, "<section class=\"file\""), 2U);
   EXPECT_LT(html.find("<bdi>coded.wav</bdi>"), html.find("<bdi>good.mov</bdi>"));
   EXPECT_NE(html.find("<title>The audio of 2 files</title>"), std::string::npos);
@@ -49,8 +49,8 @@ TEST_F(ReportPageTest, theLastResultOfAFileCounts) {
   changed["verdict"]["result"] = "does-not-conform";
   const auto first = directory_.write("1.jsonl", line(changed) + line(conformingDocument()));
   const auto second = directory_.write("2.jsonl", line(changed));
-  EXPECT_EQ(count(reportPage({first}).html, "data-verdict=\"conforms\""), 1U);
-  const std::string html = reportPage({first, second}).html;
+  EXPECT_EQ(count(reportPage({first}).text, "data-verdict=\"conforms\""), 1U);
+  const std::string html = reportPage({first, second}).text;
   EXPECT_EQ(count(html, "<section class=\"file\""), 1U);
   EXPECT_EQ(count(html, "data-verdict=\"does-not-conform\""), 1U);
 }
@@ -61,7 +61,7 @@ TEST_F(ReportPageTest, aFileIsTheSameByWhateverName) {
   newer["verdict"]["result"] = "does-not-conform";
   Json older = conformingDocument();
   older["file"] = "dir/good.mov";
-  const std::string html = report(line(older) + line(codedDocument()) + line(newer)).html;
+  const std::string html = report(line(older) + line(codedDocument()) + line(newer)).text;
   EXPECT_EQ(count(html, "<section class=\"file\""), 2U);
   EXPECT_EQ(count(html, "data-verdict=\"conforms\""), 0U);
   EXPECT_EQ(count(html, "<bdi>./dir//good.mov</bdi>"), 1U);
@@ -71,14 +71,14 @@ TEST_F(ReportPageTest, linesWithAndWithoutOptionsAreTaken) {
   Json document = codedDocument();
   document["options"] = {{"strict", true}};
   EXPECT_EQ(
-      count(report(line(conformingDocument()) + line(document)).html, "<section class=\"file\""),
+      count(report(line(conformingDocument()) + line(document)).text, "<section class=\"file\""),
       2U);
 }
 
 TEST_F(ReportPageTest, aTornLastLineIsLeftOutWithAWarning) {
   const std::string whole = line(conformingDocument());
-  const ReportPage page = report(whole + line(codedDocument()).substr(0, 40));
-  EXPECT_EQ(count(page.html, "<section class=\"file\""), 1U);
+  const Report page = report(whole + line(codedDocument()).substr(0, 40));
+  EXPECT_EQ(count(page.text, "<section class=\"file\""), 1U);
   ASSERT_EQ(page.warnings.size(), 1U);
   EXPECT_NE(page.warnings[0].find("r.jsonl\": the last line is torn"), std::string::npos);
   EXPECT_TRUE(report(whole.substr(0, whole.size() - 1)).warnings.empty());

@@ -53,6 +53,38 @@ TEST_F(ReportTest, thePageIsWrittenWholeOrNotAtAll) {
   EXPECT_EQ(contentIn("page.html"), "an older page");
 }
 
+TEST_F(ReportTest, linesOfTwoScansBecomeOneFileWithEachFileOnce) {
+  directory_.write("list",
+                   KESTREL_TEST_MEDIA "/rf64_stereo.wav\n" KESTREL_TEST_MEDIA "/wav_mono.wav\n");
+  ASSERT_EQ(run("\"$KESTREL\" scan --files-from list -q -o 1.jsonl").exitCode, 1);
+  ASSERT_EQ(run("\"$KESTREL\" scan '" KESTREL_TEST_MEDIA "/wav_mono.wav' -q -o 2.jsonl").exitCode,
+            1);
+  ASSERT_EQ(run("\"$KESTREL\" report 1.jsonl 2.jsonl --format jsonl -o both.jsonl").exitCode, 0);
+  EXPECT_EQ(namesIn(contentIn("both.jsonl")),
+            (std::vector<std::string>{"rf64_stereo.wav", "wav_mono.wav"}));
+  const ProgramRun totals =
+      run("tr '\\n' '\\0' <list | \"$KESTREL\" report both.jsonl --format text"
+          " --files-from - -0");
+  EXPECT_EQ(totals.exitCode, 0) << totals.errors;
+  EXPECT_EQ(totals.output, run("\"$KESTREL\" scan --files-from list -o x.jsonl").errors);
+}
+
+TEST_F(ReportTest, aListedFileWithoutAResultKeepsTheReportFromBeingMade) {
+  ASSERT_EQ(
+      run("\"$KESTREL\" scan '" KESTREL_TEST_MEDIA "/rf64_stereo.wav' -q -o r.jsonl").exitCode, 0);
+  directory_.write("out", "older");
+  directory_.write("list", "none.wav\n");
+  const ProgramRun report =
+      run("\"$KESTREL\" report r.jsonl --files-from list --format jsonl -o out");
+  EXPECT_EQ(report.exitCode, 2);
+  EXPECT_EQ(report.errors,
+            "kestrel: 1 of the 1 files of the list have no result, such as \"none.wav\"\n");
+  EXPECT_EQ(contentIn("out"), "older");
+  EXPECT_EQ(run("\"$KESTREL\" report r.jsonl -0").errors, "kestrel: -0 needs --files-from\n");
+  EXPECT_EQ(run("\"$KESTREL\" report r.jsonl --files-from none").exitCode, 2);
+  EXPECT_EQ(run("\"$KESTREL\" report r.jsonl --format pdf").exitCode, 2);
+}
+
 TEST_F(ReportTest, aPlaceThatCannotBeWrittenIsSaid) {
   ASSERT_EQ(
       run("\"$KESTREL\" scan '" KESTREL_TEST_MEDIA "/rf64_stereo.wav' -q -o r.jsonl").exitCode, 0);

@@ -105,6 +105,7 @@ class Bash(unittest.TestCase):
         rows = [
             (("inspect", "--format", ""), {"text", "json", "html"}),
             (("codes", "--format", ""), {"text", "json"}),
+            (("report", "--format", ""), {"html", "text", "jsonl"}),
             (("inspect", "--code", "12d"), {"12d"}),
             (("scan", "--item", "40"), {"40"}),
             (("scan", "--jobs", ""), set()),
@@ -171,6 +172,7 @@ class Zsh(unittest.TestCase):
             ("kestrel scan --files", "kestrel|scan|--files-from"),
             ("kestrel scan two", "kestrel|scan|two words.mxf"),
             ("kestrel report -o r.html two", "kestrel|report|-o|r.html|two words.mxf"),
+            ("kestrel report --format jso", "kestrel|report|--format|jsonl"),
             ("kestrel scan --item 4", "kestrel|scan|--item|4"),
         ]
         for line, expected in rows:
