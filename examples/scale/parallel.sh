@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# Scans the files of a list on many cores or machines by GNU parallel, and merges the results.
+#
+# The machines must see the media, FOLDER and the program by the same names. The same command goes on
+# with what was begun, however it ended, and does nothing again that is done.
+#
+# usage: parallel.sh LIST FOLDER [PARALLEL_OPTION...] [-- SCAN_OPTION...]
+#
+#   parallel.sh files.txt out                                       all cores of this machine
+#   parallel.sh files.txt out --sshlogin 8/one,8/two -- --code 8b   eight at a time on each of two
+#
+# KESTREL=/path/to/kestrel: the program, else `kestrel`; KESTREL_SHARD_FILES=1000: see prepare.py.
+set -euo pipefail
+if [ $# -lt 2 ]; then
+  echo "usage: parallel.sh LIST FOLDER [PARALLEL_OPTION...] [-- SCAN_OPTION...]" >&2
+  exit 2
+fi
+here=$(dirname "$(realpath "$0")")
+list=$1
+folder=$(realpath -m "$2")
+shift 2
+own=()
+while [ $# -gt 0 ]; do
+  word=$1
+  shift
+  [ "$word" != -- ] || break
+  own+=("$word")
+done
+
+left=$("$here/prepare.py" "$list" "$folder" "$@")
+if [ -n "$left" ]; then
+  # A shard that fails, or whose machine does, is tried again, where there are others on another one.
+  # What is left then is said by the merging.
+  parallel --quote --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
+    "$folder/scan-shard.sh" "$folder" <<<"$left" || true
+fi
+exec "$folder/merge.sh" "$folder"
