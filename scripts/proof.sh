@@ -32,6 +32,7 @@ prove "all random inputs under Wine" all_rounds mingw-x64
 prove "coverage" scripts/coverage.sh
 prove "mutation, a sample" scripts/mutation.sh --sample 24 --jobs "$(nproc)"
 prove "valgrind" scripts/valgrind.sh
+prove "a Slurm cluster of one node" scripts/try-slurm.sh
 prove "fuzzing, a minute each" scripts/fuzz.sh 1
 
 if [ ${#failed[@]} -gt 0 ]; then
