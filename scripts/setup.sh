@@ -17,7 +17,7 @@ for_proof=("${for_test[@]}" clang-19 llvm-19 libclang-rt-19-dev libclang-rt-16-d
 case "${1:-}" in
   demo) wanted=("${for_demo[@]}") ;;
   bench) wanted=(g++ cmake ninja-build pkg-config python3 libbenchmark-dev libavutil-dev mediainfo
-    valgrind) ;;
+    valgrind strace ffmpeg gzip zstd) ;;
   test) wanted=("${for_test[@]}") ;;
   proof) wanted=("${for_proof[@]}") ;;
   fuzz) wanted=("${for_fuzz[@]}") ;;

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs examples/scale/slurm.sh on a cluster of one node that it makes for itself out of Debian's
 # packages (munged, slurmctld and slurmd as processes of its own in a temporary directory), kills a
-# scan half way, has another one moved, and compares with one plain scan. Needs root, as slurmd does.
+# scan half way, has another one moved, and compares with one plain scan. Needs root, like slurmd.
 #
 # usage: scripts/try-slurm.sh [FILES]      2000 files if not given; builds the host first
 set -euo pipefail

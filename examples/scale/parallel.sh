@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Scans the files of a list on many cores or machines by GNU parallel, and merges the results.
 #
-# The machines must see the media, FOLDER and the program by the same names. The same command goes on
-# with what was begun, however it ended, and does nothing again that is done.
+# The machines must see the media, FOLDER and the program by the same names. The same command goes
+# on with what was begun, however it ended, and does nothing again that is done.
 #
 # usage: parallel.sh LIST FOLDER [PARALLEL_OPTION...] [-- SCAN_OPTION...]
 #
@@ -29,7 +29,7 @@ done
 
 left=$("$here/prepare.py" "$list" "$folder" "$@")
 if [ -n "$left" ]; then
-  # A shard that fails, or whose machine does, is tried again, where there are others on another one.
+  # A shard that fails, or whose machine does, is tried again, on another machine if there is one.
   # What is left then is said by the merging.
   parallel --quote --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
     "$folder/scan-shard.sh" "$folder" <<<"$left" || true

@@ -2,11 +2,11 @@
 # Examines the files of one shard, in a folder that prepare.py made.
 #
 # It may be killed at any time and started again, here or on another machine: what stands in the
-# shard's results is kept. Whoever comes while the shard is still at work elsewhere waits; the lock is
-# held by all processes of the work, so a scan that outlives its script still has it.
+# shard's results is kept. Whoever comes while the shard is still at work elsewhere waits; all
+# processes of the work hold the lock, so a scan that outlives its script still has it.
 #
-# What could not be examined is tried a second time, since a reader may have been killed. The shard is
-# done when each of its files has a result; where one lacks it, `kestrel report` writes nothing.
+# What could not be examined is tried a second time, since a reader may have been killed. The shard
+# is done when each of its files has a result; where one lacks it, `kestrel report` writes nothing.
 #
 # usage: scan-shard.sh FOLDER [SHARD]      SHARD is the index in a Slurm job array if not given
 set -euo pipefail

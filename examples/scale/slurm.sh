@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Scans the files of a list on a Slurm cluster: a job array over the shards, and a job that merges the
-# results behind it. The nodes must see the media, FOLDER and the program by the same names. The same
-# command goes on with what was begun.
+# Scans the files of a list on a Slurm cluster: a job array over the shards, and a job that merges
+# the results behind it. The nodes must see the media, FOLDER and the program by the same names. The
+# same command goes on with what was begun.
 #
 # usage: slurm.sh LIST FOLDER [SBATCH_OPTION...] [-- SCAN_OPTION...]
 #

@@ -90,8 +90,9 @@ class ScaleTest(unittest.TestCase):
         self.addCleanup(temporary.cleanup)
         self.folder = pathlib.Path(temporary.name).resolve()
         self.out = self.folder / "two words"
-        self.environment = dict(os.environ, KESTREL=PROGRAM, PARALLEL_HOME=str(self.folder / "home"),
-                                KESTREL_SHARD_FILES=str(self.shard_files()), LC_ALL="C.UTF-8")
+        self.environment = dict(os.environ, KESTREL=PROGRAM, LC_ALL="C.UTF-8",
+                                KESTREL_SHARD_FILES=str(self.shard_files()),
+                                PARALLEL_HOME=str(self.folder / "home"))
 
     def shard_files(self):
         return 10
@@ -147,7 +148,7 @@ class KilledWorkers(ScaleTest):
         return command
 
     def await_lines(self, shard, count):
-        """Returns when the shard has so many results; they come through tail as they are written."""
+        """Returns when the shard has so many results; tail hands them on as they come."""
         file = self.out / "results" / f"{shard}.jsonl"
         file.parent.mkdir(parents=True, exist_ok=True)
         file.touch()
