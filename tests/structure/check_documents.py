@@ -1,4 +1,5 @@
-"""The pages show the samples that the tests run, with what they print, and explain every finding.
+"""The pages show the samples that the tests run, with what they print, and explain every finding
+of the library and the program; Python has a name for each of the library's.
 
 usage: check_documents.py ROOT
 
@@ -88,6 +89,30 @@ def findings_not_explained(texts, known):
     yield from (f"troubleshooting.md does not explain {name}" for name in known - explained)
 
 
+# These end the program before any file is looked at, so no result has them.
+BEFORE_ANY_FILE = {"json-unreadable", "bad-json", "json-too-long"}
+
+
+def findings_of_host(root):
+    """The ids that the host's sources give to findings and to files that are not examined."""
+    for path in sorted((root / "host").glob("*.cc")):
+        text = pages.read(path)
+        for id in re.findall(r'"([a-z0-9-]+)",\s*Severity::', text):
+            yield path, id
+        for id in re.findall(r'NotExamined\(\s*"([a-z0-9-]+)"', text):
+            yield path, id
+
+
+def findings_not_told(root, known):
+    for path, id in findings_of_host(root):
+        if id not in known | BEFORE_ANY_FILE:
+            yield f"docs/host.md does not tell of {id} in {path.name}"
+    python = pages.read(root / "bindings" / "python" / "kestrel" / "analysis.py")
+    for name in sorted(known):
+        if name.startswith("KESTREL_") and f"    {name.removeprefix('KESTREL_')} = " not in python:
+            yield f"bindings/python/kestrel/analysis.py has no {name}"
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
     paths = [path for pattern in SHOWN for path in sorted(root.glob(pattern))]
@@ -95,9 +120,10 @@ def main():
     known = set(known_findings(root))
     wrong = [*samples_not_shown(root, texts), *blocks_not_run(root, texts),
              *sections_not_run(root, texts), *files_missing(root, texts),
-             *findings_not_explained(texts, known)]
-    print("\n".join([*wrong, f"{len(texts)} pages, {len(known)} findings"]))
-    sys.exit(1 if wrong or len(known) < 30 else 0)
+             *findings_not_explained(texts, known), *findings_not_told(root, known)]
+    told = len(list(findings_of_host(root)))
+    print("\n".join([*wrong, f"{len(texts)} pages, {len(known)} findings, {told} places in host/"]))
+    sys.exit(1 if wrong or len(known) < 30 or told < 20 else 0)
 
 
 main()
