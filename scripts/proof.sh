@@ -6,7 +6,7 @@
 #
 # What is longer by nature is asked for by itself: scripts/fuzz.sh 30, scripts/mutation.sh.
 set -uo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/.." || exit 1
 
 failed=()
 prove() {

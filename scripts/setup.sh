@@ -9,7 +9,7 @@ for_demo=(g++ cmake ninja-build pkg-config python3 libmediainfo-dev libcli11-dev
 for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clang-tidy-16
   g++-mingw-w64-x86-64-posix python3-pip python3-venv
   wine wine64 ffmpeg mediainfo python3-jsonschema binutils chromium zsh mandoc man-db
-  dpkg-dev file abigail-tools doxygen valgrind jq mono-mcs parallel)
+  dpkg-dev file abigail-tools doxygen valgrind jq mono-mcs parallel shellcheck)
 for_fuzz=("${for_demo[@]}" clang-16 libclang-rt-16-dev)
 for_proof=("${for_test[@]}" clang-19 llvm-19 libclang-rt-19-dev libclang-rt-16-dev libc6-dbg
   slurm-wlm munge jq procps)
