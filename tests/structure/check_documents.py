@@ -19,7 +19,6 @@ SAMPLES = ["docs/samples/*", "bindings/python/example.*", "tests/consumers/layou
 SHOWN = ["README.md", "examples/README.md", "bindings/python/README.md", "docs/*.md"]
 NOT_RUN = {
     ("README.md", "./scripts/demo.sh [MEDIA_FILE]"): "builds all, and runs this test",
-    ("docs/design.md", "        host"): "a drawing",
     ("docs/install.md", "./scripts/setup.sh demo"): "needs root and a network",
     ("docs/install.md", "cpack"): "tests/packages makes them in a folder of its own",
     ("bindings/python/README.md", "import kestrel"): "run by the package's own tests",
