@@ -4,6 +4,7 @@ one thing wrong, naming the place. A run of the whole script prints each line an
 usage: check_release_check.py ROOT WORK
 """
 import contextlib
+import os
 import pathlib
 import re
 import shutil
@@ -103,6 +104,22 @@ def make_ready():
 READY = WORK / "ready"
 
 
+@contextlib.contextmanager
+def tools(script):
+    """In the place of cmake and ctest."""
+    before = os.environ["PATH"]
+    folder = WORK / "tools"
+    folder.mkdir(exist_ok=True)
+    for name in ["cmake", "ctest"]:
+        (folder / name).write_text(f"#!/bin/sh\n{script}\n", encoding="utf-8")
+        (folder / name).chmod(0o755)
+    os.environ["PATH"] = f"{folder}:{before}"
+    try:
+        yield
+    finally:
+        os.environ["PATH"] = before
+
+
 class ReleaseCheck(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -166,6 +183,22 @@ class ReleaseCheck(unittest.TestCase):
                              ("done", f"raised since v{VERSION}"))
         git("reset", "--quiet", "--hard", "HEAD^")
         git("tag", "--delete", f"v{VERSION}")
+
+    def test_what_is_open_fails_unless_it_is_allowed(self):
+        self.assertEqual(release_check.exit_code(["done", "left out"], False), 0)
+        self.assertEqual(release_check.exit_code(["done", "open"], False), 1)
+        self.assertEqual(release_check.exit_code(["done", "open"], True), 0)
+        self.assertEqual(release_check.exit_code(["failed", "open"], True), 1)
+
+    def test_a_long_line_is_what_its_command_says(self):
+        with tools("echo '100% tests passed, 0 tests failed out of 5'"):
+            self.assertEqual(self.judge(release_check.packages), ("done", "5 tests"))
+        with tools("exit 1"):
+            self.assertEqual(self.judge(release_check.packages),
+                             ("failed", "see build/release-check/packages-configure.log"))
+        with tools('[ "$1" != --test-dir ]'):
+            self.assertEqual(self.judge(release_check.packages),
+                             ("failed", "see build/release-check/packages.log"))
 
     def test_the_script_prints_every_line_and_ends_by_them(self):
         run = [sys.executable, "-B", READY / "scripts" / "release_check.py", "--quick"]
