@@ -47,8 +47,9 @@ KestrelFinding& Diagnosis::addAt(std::int32_t code, std::int32_t service, std::i
   KestrelFinding& finding = add(code);
   finding.service = service;
   finding.slot = static_cast<std::int32_t>(slot);
-  finding.stream = track.stream;
-  finding.track = analyser_.fileTracks().tracks(track).trackNumber;
+  const StreamTracks& tracks = analyser_.fileTracks().tracks(track);
+  finding.stream = tracks.stream;
+  finding.track = tracks.trackNumber;
   return finding;
 }
 
@@ -100,8 +101,8 @@ bool Diagnosis::explainFinding(const ServiceFinding& finding) {
 void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t service) {
   const FileTracks& tracks = analyser_.fileTracks();
   for (DisagreementWalk walk(finding, tracks); walk.next();) {
-    const StreamTracks& left = tracks.lastOfNumber(walk.left());
-    const StreamTracks& right = tracks.lastOfNumber(walk.right());
+    const StreamTracks& left = tracks.tracks(walk.left());
+    const StreamTracks& right = tracks.tracks(walk.right());
     const auto compare = [&](std::int32_t code, std::int32_t first, std::int32_t second) {
       if (first == second) return;
       KestrelFinding& difference = addAt(code, service, walk.slot(), walk.right());

@@ -1,58 +1,54 @@
 // The audio tracks of a file. A stream's tracks always share everything but a running index, so
-// they are kept as one run per stream: memory grows with the streams, never with a channelCount.
+// they are kept as one record per stream: memory grows with the streams, never with a channelCount.
+// A stream without tracks has none; it may only lend its labels or format keys to its track number.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 
 #include "analyser/scratch_array.h"
 #include "analyser/stream_list.h"
 
 namespace kestrel {
 
-/// What the analyser keeps of one stream: its numbers, and what they and the streams before it make
-/// of its tracks. The texts are not needed any more, but for labels.
+/// What the analyser keeps of one stream with tracks: its numbers, and what they and the other
+/// streams make of its tracks. The texts are not needed any more, but for labels.
 struct StreamTracks {
   std::int64_t trackNumber = 0;        // leading number of the stream's id
-  std::int32_t channelCount = 0;       // tracks; none when it is 0 or less
+  std::int32_t channelCount = 0;       // tracks, at least 1
   std::int32_t sourceGroup = 0;        // the stream's own group
   std::int32_t group = 0;              // that, or the one that the stream joined
   std::int32_t firstIndexInGroup = 0;  // of the first track; the others count up and wrap
-  std::int32_t firstStream = 0;        // index of the first stream with this track number
-  std::int32_t lastStream = 0;         // and of the last one
-  std::int32_t formatKey1 = 0;
+  std::int32_t stream = 0;             // index of the stream
+  std::int32_t labelStream = 0;        // index of the first stream with this track number
+  std::int32_t formatKey1 = 0;         // keys of the last stream with this track number
   std::int32_t formatKey2 = 0;
   std::int32_t formatKey3 = 0;
   std::uint8_t isPairCoded = 0;
   bool sharesPair = false;  // pair-coded or not: marked to share the one pair of all its like
 };
 
-/// One track: the stream that carries it and its place in that stream. A cursor never rests on a
-/// stream without tracks.
+/// One track: its stream's place among the streams with tracks, and its place in that stream.
 struct TrackCursor {
-  std::int32_t stream = 0;
+  std::int32_t record = 0;
   std::int32_t offset = 0;  // 0 .. channelCount - 1
 };
 
-/// The file's track total: the channels of ordinary streams, two for each pair of pair-coded ones.
-/// Summed as unsigned 32-bit, wrapping.
-std::uint32_t countFileTracks(StreamList streams) noexcept;
-
-class FileTracks {
+/// Tracks to walk over; their records stand elsewhere.
+class TrackList {
  public:
-  explicit FileTracks(StreamList streams) : streams_(streams) {}
+  TrackList() = default;
+  explicit TrackList(std::span<const StreamTracks> records) : records_(records) {}
 
-  /// Derives the tracks of every stream and joins the groups of pair-coded ones. Before it the list
-  /// has no tracks to visit. Raises std::bad_alloc.
-  void expand();
+  /// One record per stream with tracks, in the order of the streams.
+  std::span<const StreamTracks> records() const { return records_; }
 
-  StreamList streams() const { return streams_; }
-
-  TrackCursor begin() const { return skipEmpty({0, 0}); }
-  bool atEnd(TrackCursor at) const { return at.stream == streamCount(); }
+  TrackCursor begin() const { return {0, 0}; }
+  bool atEnd(TrackCursor at) const { return index(at) == records_.size(); }
 
   /// The first track after those of the cursor's stream.
-  TrackCursor nextStream(TrackCursor at) const { return skipEmpty({at.stream + 1, 0}); }
+  TrackCursor nextStream(TrackCursor at) const { return {at.record + 1, 0}; }
 
   /// Moves the cursor over the next `count` tracks, or as many as there are, and returns how many.
   std::int32_t pass(TrackCursor& at, std::int32_t count) const {
@@ -80,35 +76,50 @@ class FileTracks {
   /// Tracks from the cursor to the end of its stream, at least 1.
   std::int32_t restOfStream(TrackCursor at) const { return tracks(at).channelCount - at.offset; }
 
-  const StreamTracks& tracks(TrackCursor at) const { return ofStream(at.stream); }
-  const StreamTracks& lastOfNumber(TrackCursor at) const { return ofStream(tracks(at).lastStream); }
-  LabelText labels(TrackCursor at) const { return streams_.labels(index(tracks(at).firstStream)); }
+  const StreamTracks& tracks(TrackCursor at) const { return records_[index(at)]; }
 
   std::int32_t indexInGroup(TrackCursor at) const {
     return wrappingSum(tracks(at).firstIndexInGroup, at.offset);
   }
 
- private:
-  static std::size_t index(std::int32_t stream) { return static_cast<std::size_t>(stream); }
+ protected:
+  void setRecords(std::span<const StreamTracks> records) { records_ = records; }
+
   static std::int32_t wrappingSum(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
   }
 
-  const StreamTracks& ofStream(std::int32_t stream) const {
-    return tracks_.records()[index(stream)];
-  }
-  std::int32_t streamCount() const { return static_cast<std::int32_t>(tracks_.records().size()); }
-  TrackCursor skipEmpty(TrackCursor at) const {
-    while (!atEnd(at) && tracks(at).channelCount <= 0) ++at.stream;
-    return at;
+ private:
+  static std::size_t index(TrackCursor at) { return static_cast<std::size_t>(at.record); }
+
+  std::span<const StreamTracks> records_;
+};
+
+/// The file's track total: the channels of ordinary streams, two for each pair of pair-coded ones.
+/// Summed as unsigned 32-bit, wrapping.
+std::uint32_t countFileTracks(StreamList streams) noexcept;
+
+class FileTracks : public TrackList {
+ public:
+  explicit FileTracks(StreamList streams) : streams_(streams) {}
+
+  /// Derives the tracks of every stream and joins the groups of pair-coded ones. Before it the list
+  /// has no tracks to visit. Raises std::bad_alloc.
+  void expand();
+
+  StreamList streams() const { return streams_; }
+
+  LabelText labels(TrackCursor at) const {
+    return streams_.labels(static_cast<std::size_t>(tracks(at).labelStream));
   }
 
-  void readStreams();
+ private:
+  bool readStreams();
   void joinGroups();
   void linkSameNumbers();
 
   StreamList streams_;
-  ScratchArray<StreamTracks, 32> tracks_;
+  ScratchArray<StreamTracks, 32> storage_;
   bool hasPairCoded_ = false;
 };
 

@@ -26,7 +26,7 @@ class DisagreementWalk {
       left_ = right_;
       slot_ += tracks_.restOfStream(left_);
       right_ = tracks_.nextStream(left_);
-      if (!tracksCompatible(tracks_.lastOfNumber(left_), tracks_.lastOfNumber(right_))) return true;
+      if (!tracksCompatible(tracks_.tracks(left_), tracks_.tracks(right_))) return true;
     }
     return false;
   }

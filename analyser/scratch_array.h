@@ -32,6 +32,9 @@ class ScratchArray {
     return records_;
   }
 
+  /// Drops the records behind the first `size`.
+  std::span<T> keep(std::size_t size) { return records_ = records_.first(size); }
+
   std::span<T> records() { return records_; }
   std::span<const T> records() const { return records_; }
 

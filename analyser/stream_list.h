@@ -70,6 +70,7 @@ class StreamList {
         plainCStride_(streams.stride()) {}
 
   bool empty() const { return count_ == 0; }
+  std::size_t size() const { return count_; }
 
   /// Calls `visitor` with the records as the host passed them.
   template <class Visitor>

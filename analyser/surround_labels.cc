@@ -95,7 +95,7 @@ std::optional<SurroundOrder> SurroundLabelReader::read(TrackCursor at) noexcept 
 
 // The label text of a track number is that of the first stream with the number.
 SurroundLabel SurroundLabelReader::labelOf(TrackCursor at) noexcept {
-  const std::int32_t stream = tracks_.tracks(at).firstStream;
+  const std::int32_t stream = tracks_.tracks(at).labelStream;
   const std::int32_t index = tracks_.indexInGroup(at);
   if (index < 0) return kNoLabel;
   if (stream != stream_) {

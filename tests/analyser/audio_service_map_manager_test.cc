@@ -237,18 +237,41 @@ TEST(ExpandTracks, AFlagOtherThanOneIsNotPairCoded) {
             (std::vector<Track>{{5, 1, 1, 0}, {5, 2, 2, 0}}));
 }
 
-TEST(ExpandTracks, LinksStreamsOfOneNumberInAnyOrder) {
-  const std::vector<AudioStreamInfo> streams = {plainStream(L"3", 1), plainStream(L"1", 1),
-                                                plainStream(L"3", 1), plainStream(L"2", 1),
-                                                plainStream(L"1", 1), plainStream(L"3", 1)};
+// Which stream's labels and which stream's format keys the tracks of each record have.
+std::vector<std::pair<std::int32_t, std::int32_t>> links(std::vector<AudioStreamInfo> streams) {
+  for (std::size_t i = 0; i < streams.size(); ++i) {
+    streams[i].formatKey1 = static_cast<std::int32_t>(i);
+    streams[i].formatKey2 = -streams[i].formatKey1;
+    streams[i].formatKey3 = streams[i].formatKey1 * 3;
+  }
   FileTracks tracks(streams);
   tracks.expand();
-  const std::pair<std::int32_t, std::int32_t> expected[] = {{0, 5}, {1, 4}, {0, 5},
-                                                            {3, 3}, {1, 4}, {0, 5}};
-  for (std::int32_t i = 0; i < 6; ++i) {
-    const StreamTracks& own = tracks.tracks({i, 0});
-    EXPECT_EQ(std::pair(own.firstStream, own.lastStream), expected[i]) << "stream " << i;
+  std::vector<std::pair<std::int32_t, std::int32_t>> list;
+  for (const StreamTracks& own : tracks.records()) {
+    EXPECT_EQ(own.formatKey2, -own.formatKey1);
+    EXPECT_EQ(own.formatKey3, own.formatKey1 * 3);
+    list.emplace_back(own.labelStream, own.formatKey1);
   }
+  return list;
+}
+
+using Links = std::vector<std::pair<std::int32_t, std::int32_t>>;
+
+TEST(ExpandTracks, LinksStreamsOfOneNumberInAnyOrder) {
+  EXPECT_EQ(links({plainStream(L"3", 1), plainStream(L"1", 1), plainStream(L"3", 1),
+                   plainStream(L"2", 1), plainStream(L"1", 1), plainStream(L"3", 1)}),
+            (Links{{0, 5}, {1, 4}, {0, 5}, {3, 3}, {1, 4}, {0, 5}}));
+}
+
+TEST(ExpandTracks, LinksStreamsOfOneNumberBehindOneAnother) {
+  EXPECT_EQ(links({plainStream(L"1", 1), plainStream(L"2", 1), plainStream(L"2", 1)}),
+            (Links{{0, 0}, {1, 2}, {1, 2}}));
+}
+
+TEST(ExpandTracks, LinksStreamsWithoutTracksToo) {
+  EXPECT_EQ(links({plainStream(L"2", 0), plainStream(L"1", 0), plainStream(L"2", 1),
+                   plainStream(L"1", 1), plainStream(L"2", -1)}),
+            (Links{{0, 4}, {1, 3}}));
 }
 
 TEST(TracksCompatible, WantsAllThreeKeysEqual) {
