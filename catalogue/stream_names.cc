@@ -93,18 +93,19 @@ constexpr ItemsByLength kItemsByLength = [] {
   return items;
 }();
 
-// Eight bytes at once, which ends sooner than a call of the C library would.
+// Compares kStep bytes at once, the last ones together with some before them; the compiler makes
+// two instructions of each memcmp().
+template <std::size_t kStep>
+bool equalBySteps(const char* a, const char* b, std::size_t length) {
+  for (std::size_t at = 0; at + kStep < length; at += kStep)
+    if (std::memcmp(a + at, b + at, kStep) != 0) return false;
+  return std::memcmp(a + length - kStep, b + length - kStep, kStep) == 0;
+}
+
+// Ends sooner than a call of the C library would.
 bool equal(const char* a, const char* b, std::size_t length) {
-  std::uint64_t left = 0;
-  std::uint64_t right = 0;
-  constexpr std::size_t kStep = sizeof left;
-  if (length < kStep) return std::equal(a, a + length, b);
-  for (std::size_t at = 0;; at = std::min(at + kStep, length - kStep)) {
-    std::memcpy(&left, a + at, kStep);
-    std::memcpy(&right, b + at, kStep);
-    if (left != right) return false;
-    if (at == length - kStep) return true;
-  }
+  if (length >= 16) return equalBySteps<16>(a, b, length);
+  return length >= 8 ? equalBySteps<8>(a, b, length) : std::equal(a, a + length, b);
 }
 
 consteval auto packedTypeNames() {
