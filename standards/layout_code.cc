@@ -1,5 +1,5 @@
 // Codes are found in one pass over the text: each is one or two digits and a letter, so wherever a
-// letter stands behind a digit, tables made from the rules say which rules that meets. The first of
+// digit stands before a letter, tables made from the rules say which rules that meets. The first of
 // all rules that are met decides. The mix of tests and the order are part of the interface: "12a"
 // holds "2a", so the rule for 12a never decides.
 #include "standards/layout_code.h"
@@ -33,31 +33,44 @@ constexpr RuleIndex kNoRule = kRules.size();
 constexpr std::size_t kDigits = 10;
 constexpr std::size_t kLetters = 26;
 
-// Which rule the codes of one form and one test belong to, by their last digit and their letter.
+// The place of a code's last digit, which says what rules the code may meet.
+enum class Place {
+  kBehindOne,  // a "1" stands before it
+  kWhole,      // the text is the digit and a lower-case letter, and nothing else
+  kElsewhere,
+};
+
+consteval bool mayMeet(const LayoutCodeRule& rule, Place place) {
+  if (rule.test == CodeTest::kEquals) return place == Place::kWhole;
+  return rule.code.size() == 2 || place == Place::kBehindOne;
+}
+
+// The first rule that a code at one kind of place meets, by its last digit and its letter.
 struct RuleTable {
   std::array<std::array<RuleIndex, kLetters>, kDigits> rules{};
 
-  constexpr RuleIndex at(std::size_t digit, std::size_t letter) const {
-    return rules[digit][letter];
+  consteval explicit RuleTable(Place place) {
+    for (auto& row : rules) row.fill(kNoRule);
+    for (std::size_t i = kRules.size(); i-- > 0;) {
+      if (!mayMeet(kRules[i], place)) continue;
+      const std::string_view end = kRules[i].code.substr(kRules[i].code.size() - 2);
+      rules[static_cast<std::size_t>(end[0] - '0')][static_cast<std::size_t>(end[1] - 'a')] =
+          static_cast<RuleIndex>(i);
+    }
   }
 };
 
-consteval RuleTable tableOf(CodeTest test, std::size_t length) {
-  RuleTable table;
-  for (auto& row : table.rules) row.fill(kNoRule);
-  for (std::size_t i = 0; i < kRules.size(); ++i) {
-    const std::string_view code = kRules[i].code;
-    if (kRules[i].test != test || code.size() != length) continue;
-    const auto digit = static_cast<std::size_t>(code[length - 2] - '0');
-    const auto letter = static_cast<std::size_t>(code[length - 1] - 'a');
-    table.rules[digit][letter] = static_cast<RuleIndex>(i);
-  }
-  return table;
-}
+constexpr RuleTable kBehindOne(Place::kBehindOne);
+constexpr RuleTable kWhole(Place::kWhole);
+constexpr RuleTable kElsewhere(Place::kElsewhere);
 
-constexpr RuleTable kShortAnywhere = tableOf(CodeTest::kContains, 2);
-constexpr RuleTable kLongAnywhere = tableOf(CodeTest::kContains, 3);  // "1" stands before the digit
-constexpr RuleTable kShortWhole = tableOf(CodeTest::kEquals, 2);
+// By rule; the last one is for a text that meets none.
+constexpr auto kItems = [] {
+  std::array<ServiceMapItem, kRules.size() + 1> items{};
+  std::ranges::transform(kRules, items.begin(), &LayoutCodeRule::item);
+  items[kNoRule] = NO_SERVICE_MAP_ITEM;
+  return items;
+}();
 
 static_assert(std::ranges::all_of(kRules, [](const LayoutCodeRule& rule) {
   return rule.code.size() == 2 ||
@@ -77,26 +90,25 @@ constexpr std::size_t digitIndex(char c) {
 // Of an ASCII letter.
 constexpr bool isLower(char letter) { return letter >= 'a'; }
 
-// The first rule that the character at `end` meets as the last one of a code.
-RuleIndex ruleAt(std::string_view text, std::size_t end) {
-  const std::size_t digit = digitIndex(text[end - 1]);
-  if (digit >= kDigits) return kNoRule;
-  const std::size_t letter = letterIndex(text[end]);
-  if (letter >= kLetters) return kNoRule;
-  RuleIndex rule = kShortAnywhere.at(digit, letter);
-  if (end >= 2 && text[end - 2] == '1') rule = std::min(rule, kLongAnywhere.at(digit, letter));
-  if (text.size() == 2 && isLower(text[end])) rule = std::min(rule, kShortWhole.at(digit, letter));
-  return rule;
+const RuleTable& tableAt(const char* text, std::size_t at) {
+  if (at > 0) return text[at - 1] == '1' ? kBehindOne : kElsewhere;
+  return text[2] == '\0' && isLower(text[1]) ? kWhole : kElsewhere;
 }
 
 }  // namespace
 
 std::span<const LayoutCodeRule> layoutCodeRules() noexcept { return kRules; }
 
-ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept {
+ServiceMapItem itemOfLayoutCode(const char* text) noexcept {
   RuleIndex first = kNoRule;
-  for (std::size_t end = 1; end < text.size(); ++end) first = std::min(first, ruleAt(text, end));
-  return first == kNoRule ? NO_SERVICE_MAP_ITEM : kRules[first].item;
+  for (std::size_t at = 0; text[at] != '\0'; ++at) {
+    const std::size_t digit = digitIndex(text[at]);
+    if (digit >= kDigits) continue;
+    const std::size_t letter = letterIndex(text[at + 1]);
+    if (letter >= kLetters) continue;
+    first = std::min(first, tableAt(text, at).rules[digit][letter]);
+  }
+  return kItems[first];
 }
 
 }  // namespace kestrel

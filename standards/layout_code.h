@@ -24,7 +24,8 @@ struct LayoutCodeRule {
 /// The rules in the order in which they are tried.
 std::span<const LayoutCodeRule> layoutCodeRules() noexcept;
 
-/// The item of the first rule that the text meets; NO_SERVICE_MAP_ITEM when it meets none.
-ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept;
+/// The item of the first rule that a NUL-terminated text meets; NO_SERVICE_MAP_ITEM when it meets
+/// none.
+ServiceMapItem itemOfLayoutCode(const char* text) noexcept;
 
 }  // namespace kestrel
