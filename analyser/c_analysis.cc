@@ -1,23 +1,24 @@
 // The analysis part of the plain C interface. A request is given to the same analyser as the
-// records of the C++ interface, so that both always come to the same verdict. Services are kept as
-// findings and written out as records when the host asks for them.
+// records of the C++ interface, so that both always come to the same verdict. Services are written
+// out as records when the host asks for them.
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
+#include <string_view>
 
-#include "analyser/audio_service_map_manager.h"
 #include "analyser/c_request.h"
 #include "analyser/described_totals.h"
-#include "analyser/diagnosis.h"
 #include "analyser/finding_text.h"
+#include "analyser/kept_analysis.h"
+#include "analyser/layout_description.h"
 #include "analyser/slots.h"
 #include "api/kestrel.h"
+#include "api/service_map_result.h"
 #include "catalogue/c_barrier.h"
 
-namespace kestrel {
+// The functions of the interface are global; what they use is not.
+using namespace kestrel;
 
 namespace {
 
@@ -25,71 +26,6 @@ static_assert(KESTREL_SLOTS == kSlotCount);
 static_assert(sizeof(KestrelStream) == 48 && sizeof(KestrelRequest) == 40);
 static_assert(sizeof(KestrelTrack) == sizeof(TrackSlot) && sizeof(KestrelService) == 800);
 static_assert(sizeof(KestrelFinding) == 64);
-
-struct FoundService {
-  explicit FoundService(const ServiceFinding& found) : finding(found) {
-    if (found.labels) std::ranges::copy(textOf<char>(*found.labels), derivedLabel.begin());
-  }
-
-  ServiceFinding finding;
-  std::array<char, kSurroundTextLength + 1> derivedLabel{};  // empty where the request's holds
-};
-
-}  // namespace
-
-}  // namespace kestrel
-
-struct KestrelAnalysis {
-  explicit KestrelAnalysis(const kestrel::CheckedRequest& request);
-
-  std::string layoutDescription;
-  std::string surroundChannelOrder;
-  // Its 5.1 mixes carry no label of their own here: the order is kept in UTF-8 above.
-  kestrel::AudioServiceMapManager analyser;
-  std::int32_t outcome = KESTREL_UNTOUCHED;
-  std::vector<kestrel::FoundService> services;
-  std::vector<KestrelFinding> findings;
-
- private:
-  void analyse(bool surroundCheck);
-  void findServices(kestrel::Diagnosis& diagnosis);
-};
-
-KestrelAnalysis::KestrelAnalysis(const kestrel::CheckedRequest& request)
-    : layoutDescription(request.layoutDescription),
-      surroundChannelOrder(request.surroundChannelOrder),
-      analyser(layoutDescription, {}, false, request.streams, request.reportAll,
-               request.surroundCheck) {
-  analyse(request.surroundCheck);
-}
-
-void KestrelAnalysis::analyse(bool surroundCheck) {
-  kestrel::Diagnosis diagnosis(analyser, layoutDescription, surroundChannelOrder, surroundCheck);
-  if (analyser.detectServices() == 0) {
-    diagnosis.explainDetection();
-  } else {
-    findServices(diagnosis);
-  }
-  diagnosis.explainElements();
-  findings = diagnosis.takeFindings();
-}
-
-void KestrelAnalysis::findServices(kestrel::Diagnosis& diagnosis) {
-  outcome = KESTREL_FILLED;
-  services.reserve(analyser.expectedServices().size());
-  kestrel::Assignment walk = analyser.assignment();
-  while (walk.next()) {
-    if (!diagnosis.explainFinding(walk.finding())) outcome = KESTREL_EMPTIED;
-    services.emplace_back(walk.finding());
-  }
-  if (outcome == KESTREL_EMPTIED) services.clear();
-  diagnosis.explainRest(walk.at());
-}
-
-// The functions of the interface are global; what they use is not.
-using namespace kestrel;
-
-namespace {
 
 void tell(const BadText& bad, std::size_t* badByte, std::int32_t* badStream) {
   if (badByte != nullptr) *badByte = bad.byte;
@@ -101,22 +37,19 @@ bool contains(const List& list, std::int32_t index) {
   return index >= 0 && static_cast<std::size_t>(index) < list.size();
 }
 
-KestrelService writtenOut(const KestrelAnalysis& analysis, const FoundService& found) {
-  const ServiceFinding& finding = found.finding;
-  const ExpectedService& service = *finding.service;
+KestrelService writtenOut(const KestrelAnalysis& analysis, const KeptService& service) {
   KestrelService record{};
-  record.trackCount = finding.trackCount;
-  record.serviceIndex =
-      static_cast<std::int32_t>(&service - analysis.analyser.expectedServices().data());
+  record.trackCount = service.trackCount;
+  record.serviceIndex = service.index;
   record.streamType = service.streamType;
   record.reported = 1;  // the walk passes the others by
   record.isEmca = service.isEmca ? 1 : 0;
   record.requested = service.requested ? 1 : 0;
-  record.label = found.derivedLabel.data();
-  if (found.derivedLabel[0] == '\0' && service.streamType == k51Mix)
-    record.label = analysis.surroundChannelOrder.c_str();
+  record.label = service.derivedLabel.data();
+  if (service.derivedLabel[0] == '\0' && service.streamType == k51Mix)
+    record.label = analysis.surroundChannelOrder.data();
   std::ranges::fill(record.slots, KestrelTrack{-1, -1, -1, -1, -1});
-  fillSlots(finding, analysis.analyser.fileTracks(), record.slots);
+  fillSlots(service, analysis.tracks, record.slots);
   return record;
 }
 
@@ -129,7 +62,7 @@ KestrelStatus kestrelAnalyse(const KestrelRequest* request, KestrelAnalysis** an
   if (request == nullptr) return KESTREL_NULL_ARGUMENT;
   return guarded([=] {
     try {
-      *analysis = new KestrelAnalysis(CheckedRequest(*request));
+      *analysis = makeAnalysis(CheckedRequest(*request));
       return KESTREL_OK;
     } catch (const RefusedRequest& refused) {
       if (refused.status == KESTREL_BAD_TEXT) tell(refused.badText, badByte, badStream);
@@ -138,13 +71,13 @@ KestrelStatus kestrelAnalyse(const KestrelRequest* request, KestrelAnalysis** an
   });
 }
 
-void kestrelFreeAnalysis(KestrelAnalysis* analysis) { delete analysis; }
+void kestrelFreeAnalysis(KestrelAnalysis* analysis) { freeAnalysis(analysis); }
 
 KestrelStatus kestrelOutcome(const KestrelAnalysis* analysis, int32_t* outcome,
                              uint32_t* trackTotal) {
   if (anyNull(analysis, outcome)) return KESTREL_NULL_ARGUMENT;
   *outcome = analysis->outcome;
-  if (trackTotal != nullptr) *trackTotal = analysis->analyser.fileTrackCount();
+  if (trackTotal != nullptr) *trackTotal = analysis->trackTotal;
   return KESTREL_OK;
 }
 
@@ -181,9 +114,10 @@ KestrelStatus kestrelFindingText(const KestrelAnalysis* analysis, int32_t index,
   if (!contains(analysis->findings, index)) return KESTREL_BAD_INDEX;
   return guarded([=] {
     const std::string totals = DescribedTotals(analysis->layoutDescription).spoken();
-    const std::string sentence =
-        findingText(analysis->findings[static_cast<std::size_t>(index)],
-                    {analysis->layoutDescription, analysis->analyser.serviceList(), totals});
+    const std::string_view list =
+        findServiceList(analysis->layoutDescription, analysis->trackTotal);
+    const std::string sentence = findingText(analysis->findings[static_cast<std::size_t>(index)],
+                                             {analysis->layoutDescription, list, totals});
     return copyOut(sentence, text, capacity, needed);
   });
 }

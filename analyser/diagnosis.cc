@@ -4,7 +4,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -28,14 +27,15 @@ std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
 
 }  // namespace
 
-std::vector<KestrelFinding>& Diagnosis::listOf(std::int32_t code) {
+Diagnosis::Findings& Diagnosis::listOf(std::int32_t code) {
   if (code < kFirstRemark) return errors_;
   if (code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT) return elements_;
   return code == KESTREL_TRACKS_LEFT_OVER ? rest_ : remarks_;
 }
 
 KestrelFinding& Diagnosis::add(std::int32_t code) {
-  KestrelFinding& finding = listOf(code).emplace_back();
+  KestrelFinding& finding = listOf(code).append();
+  finding = {};
   finding.code = code;
   finding.service = finding.slot = finding.stream = -1;
   finding.track = finding.textOffset = finding.textLength = -1;
@@ -85,7 +85,7 @@ void Diagnosis::explainMisalignment(const Misalignment& misalignment) {
 
 bool Diagnosis::explainFinding(const ServiceFinding& finding) {
   const std::int32_t service = indexOf(*finding.service);
-  const std::size_t errorsBefore = errors_.size();
+  const std::size_t errorsBefore = errors_.records().size();
   explainSkipped(service);
   if (finding.trackCount == 1 && finding.found == 0) addWithoutTrack(service);
   explainNeighbours(finding, service);
@@ -95,7 +95,7 @@ bool Diagnosis::explainFinding(const ServiceFinding& finding) {
     run.second = finding.given;
   }
   if (surroundCheck_ && finding.service->streamType == k51Mix) explainLabels(finding, service);
-  return errors_.size() == errorsBefore;
+  return errors_.records().size() == errorsBefore;
 }
 
 void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t service) {
@@ -195,13 +195,19 @@ void Diagnosis::explainElements() {
   }
 }
 
-std::vector<KestrelFinding> Diagnosis::takeFindings() {
-  std::vector<KestrelFinding> findings = std::move(errors_);
-  findings.reserve(findings.size() + remarks_.size() + elements_.size() + rest_.size());
-  std::ranges::merge(elements_, remarks_, std::back_inserter(findings), {},
-                     &KestrelFinding::service, &KestrelFinding::service);
-  std::ranges::copy(rest_, std::back_inserter(findings));
-  return findings;
+std::size_t Diagnosis::findingCount() const {
+  return errors_.records().size() + elements_.records().size() + remarks_.records().size() +
+         rest_.records().size();
+}
+
+void Diagnosis::writeFindings(KestrelFinding* out) const {
+  const auto errors = errors_.records();
+  out = std::copy(errors.begin(), errors.end(), out);
+  out = std::ranges::merge(elements_.records(), remarks_.records(), out, {},
+                           &KestrelFinding::service, &KestrelFinding::service)
+            .out;
+  const auto rest = rest_.records();
+  std::copy(rest.begin(), rest.end(), out);
 }
 
 }  // namespace kestrel

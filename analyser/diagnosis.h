@@ -3,18 +3,19 @@
 // by one, where the detection merely asked whether they make a set.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "analyser/assignment.h"
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/scratch_list.h"
 #include "analyser/surround_labels.h"
 #include "api/kestrel.h"
 
 namespace kestrel {
 
-/// Gathers the findings of one analysis. Every function raises std::bad_alloc.
+/// Gathers the findings of one analysis. Functions that gather raise std::bad_alloc.
 class Diagnosis {
  public:
   /// @param layoutDescription     the text that the analyser's service list is a part of
@@ -39,11 +40,15 @@ class Diagnosis {
   /// Elements of the description that name nothing.
   void explainElements();
 
-  /// All findings: errors first, then the others, those on no service last.
-  std::vector<KestrelFinding> takeFindings();
+  std::size_t findingCount() const;
+
+  /// Writes all findings: errors first, then the others, those on no service last.
+  void writeFindings(KestrelFinding* out) const;
 
  private:
-  std::vector<KestrelFinding>& listOf(std::int32_t code);
+  using Findings = ScratchList<KestrelFinding, 4>;
+
+  Findings& listOf(std::int32_t code);
   KestrelFinding& add(std::int32_t code);
   KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
                         TrackCursor track);
@@ -64,10 +69,10 @@ class Diagnosis {
   bool channelOrderIsRead_ = false;
   std::optional<SurroundOrder> channelOrder_;
   // Each in the order of the services.
-  std::vector<KestrelFinding> errors_;
-  std::vector<KestrelFinding> elements_;
-  std::vector<KestrelFinding> remarks_;
-  std::vector<KestrelFinding> rest_;
+  Findings errors_;
+  Findings elements_;
+  Findings remarks_;
+  Findings rest_;
 };
 
 }  // namespace kestrel

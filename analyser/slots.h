@@ -5,15 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "analyser/assignment.h"
 #include "analyser/file_tracks.h"
 
 namespace kestrel {
 
-/// Fills one slot per track of the finding, from the first slot on. A slot is a TrackSlot or a
-/// record with the same members.
-template <class Slots>
-void fillSlots(const ServiceFinding& finding, const FileTracks& tracks, Slots& slots) {
+/// Fills one slot per track of a finding, from the first slot on. A finding has the cursor `first`
+/// and the number `found`, a slot the members of a TrackSlot.
+template <class Finding, class Slots>
+void fillSlots(const Finding& finding, const TrackList& tracks, Slots& slots) {
   TrackCursor at = finding.first;
   for (std::int32_t slot = 0; slot < finding.found;) {
     const StreamTracks& own = tracks.tracks(at);
