@@ -7,15 +7,6 @@ namespace kestrel {
 
 AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescription,
                                                std::wstring_view surroundChannelOrder,
-                                               bool allowTwoTrackStreams,
-                                               const AudioStreamInfo* streams,
-                                               std::int32_t streamCount, bool reportAll,
-                                               bool surroundCheck)
-    : AudioServiceMapManager(layoutDescription, surroundChannelOrder, allowTwoTrackStreams,
-                             streamSpan(streams, streamCount), reportAll, surroundCheck) {}
-
-AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescription,
-                                               std::wstring_view surroundChannelOrder,
                                                bool allowTwoTrackStreams, StreamList streams,
                                                bool reportAll, bool surroundCheck)
     : fileTrackCount_(countFileTracks(streams)),

@@ -31,7 +31,9 @@ class AudioServiceMapManager {
   /// count below 1, are no streams. Raises std::bad_alloc.
   AudioServiceMapManager(std::string_view layoutDescription, std::wstring_view surroundChannelOrder,
                          bool allowTwoTrackStreams, const AudioStreamInfo* streams,
-                         std::int32_t streamCount, bool reportAll, bool surroundCheck);
+                         std::int32_t streamCount, bool reportAll, bool surroundCheck)
+      : AudioServiceMapManager(layoutDescription, surroundChannelOrder, allowTwoTrackStreams,
+                               streamSpan(streams, streamCount), reportAll, surroundCheck) {}
   AudioServiceMapManager(std::string_view layoutDescription, std::wstring_view surroundChannelOrder,
                          bool allowTwoTrackStreams, StreamList streams, bool reportAll,
                          bool surroundCheck);
