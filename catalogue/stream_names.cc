@@ -12,7 +12,9 @@ namespace kestrel {
 
 namespace {
 
-// The name of one stream of a layout.
+constexpr std::size_t kNoOrdinal = 0;
+
+// The name of a stream: that of its type, with its ordinal among those of its type behind it.
 struct NameText {
   std::array<char, kLongestStreamName + 1> characters{};
   std::uint8_t length = 0;
@@ -20,29 +22,47 @@ struct NameText {
   consteval void append(char c) { characters[length++] = c; }
 };
 
-consteval NameText nameOf(std::span<const StreamType> types, std::size_t position) {
+consteval NameText nameOf(StreamType type, std::size_t ordinal) {
   NameText name;
-  for (const char c : StreamTypeNames.at(types[position])) name.append(c);
-  if (std::ranges::count(types, types[position]) == 1) return name;
-  const auto ordinal = std::ranges::count(types.first(position + 1), types[position]);
+  for (const char c : StreamTypeNames.at(type)) name.append(c);
+  if (ordinal == kNoOrdinal) return name;
   name.append(' ');
   if (ordinal >= 10) name.append(static_cast<char>('0' + ordinal / 10));
   name.append(static_cast<char>('0' + ordinal % 10));
   return name;
 }
 
-using ItemNames = std::array<NameText, kMostStreams>;
+using NamesOfType = std::array<NameText, kMostStreams + 1>;  // by ordinal
 
-consteval auto namesOfAllStreams() {
-  std::array<ItemNames, derive::kItemCount> all{};
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    const auto types = kCatalogue.layouts[i].streamTypes.view();
-    for (std::size_t s = 0; s < types.size(); ++s) all[i][s] = nameOf(types, s);
-  }
+consteval auto namesOfAllTypes() {
+  std::array<NamesOfType, derive::kStreamTypeCount> names{};
+  for (std::size_t type = 0; type < names.size(); ++type)
+    for (std::size_t ordinal = 0; ordinal < names[type].size(); ++ordinal)
+      names[type][ordinal] = nameOf(static_cast<StreamType>(type), ordinal);
+  return names;
+}
+
+constexpr auto kNames = namesOfAllTypes();
+
+using Ordinals = std::array<std::uint8_t, kMostStreams>;
+
+// By position; kNoOrdinal for a type that the layout holds once.
+consteval Ordinals ordinalsOf(std::span<const StreamType> types) {
+  Ordinals ordinals{};
+  for (std::size_t i = 0; i < types.size(); ++i)
+    if (std::ranges::count(types, types[i]) > 1)
+      ordinals[i] = static_cast<std::uint8_t>(std::ranges::count(types.first(i + 1), types[i]));
+  return ordinals;
+}
+
+consteval auto ordinalsOfAllItems() {
+  std::array<Ordinals, derive::kItemCount> all{};
+  for (std::size_t i = 0; i < all.size(); ++i)
+    all[i] = ordinalsOf(kCatalogue.layouts[i].streamTypes.view());
   return all;
 }
 
-constexpr auto kStreamNames = IdTable{namesOfAllStreams()};
+constexpr auto kOrdinals = ordinalsOfAllItems();
 
 constexpr std::size_t kLongestItemText = 111;
 
@@ -127,10 +147,12 @@ static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
 }  // namespace
 
 std::string_view streamName(ServiceMapItem item, std::int32_t position) {
-  const ItemNames& names = kStreamNames.at(item);
+  const StreamTypeList& types = ServiceMapItemStreamTypes.at(item);
   const auto index = static_cast<std::size_t>(position);
-  if (position < 0 || index >= names.size() || names[index].length == 0) raiseUnknownId();
-  return {names[index].characters.data(), names[index].length};
+  if (position < 0 || index >= types.count) raiseUnknownId();
+  const auto ordinal = kOrdinals[static_cast<std::size_t>(item)][index];
+  const NameText& name = kNames[static_cast<std::size_t>(types.types[index])][ordinal];
+  return {name.characters.data(), name.length};
 }
 
 StreamType streamTypeNamed(const char* name) noexcept {
