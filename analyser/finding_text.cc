@@ -83,7 +83,8 @@ std::string_view elementAt(std::string_view serviceList, std::int32_t index) {
 
 std::string shortened(std::string_view element) {
   constexpr std::size_t kLongest = 40;
-  std::string text(element.substr(0, kLongest));
+  std::string text;
+  text.append(element.data(), std::min(element.size(), kLongest));
   if (element.size() > kLongest) text += "...";
   return text;
 }
@@ -117,11 +118,11 @@ std::string findingText(const KestrelFinding& finding, const FindingContext& con
   std::string text;
   while (!rest.empty()) {
     const std::size_t open = std::min(rest.find('{'), rest.size());
-    text += rest.substr(0, open);
+    text.append(rest.data(), open);
     rest.remove_prefix(open);
     if (rest.empty()) break;
     const std::size_t close = rest.find('}');
-    text += valueOf(rest.substr(1, close - 1), finding, context);
+    text += valueOf({rest.data() + 1, close - 1}, finding, context);
     rest.remove_prefix(close + 1);
   }
   return text;

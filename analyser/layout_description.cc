@@ -104,7 +104,8 @@ std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept {
     if (!total) continue;
     const std::size_t length = listLength(rest);
     if (length == 0) continue;
-    text = rest.substr(length);
+    text = rest;
+    text.remove_prefix(length);
     return LayoutEntry{*total, rest.substr(0, length)};
   }
   text = {};

@@ -5,10 +5,23 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 #include <span>
 #include <type_traits>
 
 namespace kestrel {
+
+struct DeleteScratch {
+  void operator()(std::byte* block) const { ::operator delete(block); }
+};
+
+/// Raw memory. The forms of new and delete for arrays would only be two more names to look up when
+/// the library is loaded.
+using ScratchBlock = std::unique_ptr<std::byte, DeleteScratch>;
+
+inline ScratchBlock allocateScratch(std::size_t size) {
+  return ScratchBlock(static_cast<std::byte*>(::operator new(size)));
+}
 
 template <class T, std::size_t kInline>
 class ScratchArray {
@@ -25,7 +38,7 @@ class ScratchArray {
   std::span<T> reset(std::size_t size) {
     std::byte* room = inline_;
     if (size > kInline) {
-      heap_ = std::make_unique_for_overwrite<std::byte[]>(size * sizeof(T));
+      heap_ = allocateScratch(size * sizeof(T));
       room = heap_.get();
     }
     records_ = {reinterpret_cast<T*>(room), size};
@@ -40,7 +53,7 @@ class ScratchArray {
 
  private:
   alignas(T) std::byte inline_[kInline * sizeof(T)];  // raw, so that unused records cost nothing
-  std::unique_ptr<std::byte[]> heap_;
+  ScratchBlock heap_;
   std::span<T> records_;
 };
 

@@ -5,10 +5,11 @@
 
 #include <cstddef>
 #include <cstring>
-#include <memory>
 #include <span>
 #include <type_traits>
 #include <utility>
+
+#include "analyser/scratch_array.h"
 
 namespace kestrel {
 
@@ -32,14 +33,14 @@ class ScratchList {
 
  private:
   void grow() {
-    auto larger = std::make_unique_for_overwrite<std::byte[]>(2 * room_.size_bytes());
+    ScratchBlock larger = allocateScratch(2 * room_.size_bytes());
     std::memcpy(larger.get(), room_.data(), room_.size_bytes());
     heap_ = std::move(larger);
     room_ = {reinterpret_cast<T*>(heap_.get()), 2 * room_.size()};
   }
 
   alignas(T) std::byte inline_[kInline * sizeof(T)];  // raw, so that unused records cost nothing
-  std::unique_ptr<std::byte[]> heap_;
+  ScratchBlock heap_;
   std::span<T> room_{reinterpret_cast<T*>(inline_), kInline};
   std::size_t size_ = 0;
 };

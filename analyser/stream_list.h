@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -22,10 +21,14 @@ inline const wchar_t* idOf(const AudioStreamInfo& stream) { return stream.stream
 inline const char* idOf(const KestrelStream& stream) { return stream.streamId; }
 
 inline bool hasHyphen(const AudioStreamInfo& stream) {
-  return stream.streamId.find(L'-') != std::wstring::npos;
+  for (const wchar_t c : stream.streamId)
+    if (c == L'-') return true;
+  return false;
 }
 inline bool hasHyphen(const KestrelStream& stream) {
-  return std::strchr(stream.streamId, '-') != nullptr;
+  for (const char* c = stream.streamId; *c != '\0'; ++c)
+    if (*c == '-') return true;
+  return false;
 }
 
 inline std::wstring_view labelsOf(const AudioStreamInfo& stream) { return stream.trackLabels; }

@@ -18,9 +18,8 @@ std::uint32_t byteAt(std::string_view text, std::size_t i) {
   return static_cast<unsigned char>(text[i]);
 }
 
-// Length of the character at the front, by its lead byte; 0 when none begins so.
+// Length of a character that is not ASCII, by its lead byte; 0 when none begins so.
 std::size_t lengthByLead(std::uint32_t lead) {
-  if (lead < 0x80) return 1;
   if (lead < 0xC2 || lead > 0xF4) return 0;
   if (lead < 0xE0) return 2;
   return lead < 0xF0 ? 3 : 4;
@@ -36,20 +35,18 @@ bool isFirstTrail(std::uint32_t lead, std::uint32_t byte) {
   return isTrail(byte);
 }
 
-// Length of the well-formed character at the front of a text that is not empty; 0 when there is
-// none.
+// Length of the well-formed character at the front of a text that does not begin with ASCII; 0 when
+// there is none.
 std::size_t wellFormedLength(std::string_view text) {
   const std::uint32_t lead = byteAt(text, 0);
   const std::size_t length = lengthByLead(lead);
-  if (length < 2) return length;
-  if (length > text.size() || !isFirstTrail(lead, byteAt(text, 1))) return 0;
+  if (length == 0 || length > text.size() || !isFirstTrail(lead, byteAt(text, 1))) return 0;
   for (std::size_t i = 2; i < length; ++i)
     if (!isTrail(byteAt(text, i))) return 0;
   return length;
 }
 
-// Length of the ASCII at the front, which is looked at by eight bytes at once; up to seven more may
-// follow.
+// Length of the ASCII at the front, which is looked at by eight bytes at once as far as that goes.
 std::size_t asciiLength(std::string_view text) {
   constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
   std::uint64_t bytes = 0;
@@ -58,17 +55,19 @@ std::size_t asciiLength(std::string_view text) {
     std::memcpy(&bytes, text.data() + length, sizeof bytes);
     if ((bytes & kHighBits) != 0) break;
   }
+  while (length < text.size() && byteAt(text, length) < 0x80) ++length;
   return length;
 }
 
 }  // namespace
 
 std::optional<std::size_t> firstBadByte(std::string_view text) noexcept {
-  for (std::size_t at = asciiLength(text); at < text.size();) {
-    const std::size_t length = wellFormedLength(text.substr(at));
-    if (length == 0) return at;
-    at += length;
-    if (length > 1) at += asciiLength(text.substr(at));
+  std::string_view rest = text;
+  for (rest.remove_prefix(asciiLength(rest)); !rest.empty();) {
+    const std::size_t length = wellFormedLength(rest);
+    if (length == 0) return text.size() - rest.size();
+    rest.remove_prefix(length);
+    rest.remove_prefix(asciiLength(rest));
   }
   return std::nullopt;
 }

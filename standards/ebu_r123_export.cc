@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
@@ -16,12 +17,12 @@ namespace kestrel {
 
 namespace {
 
-// A block of copies from malloc(), a real one for no records too; NULL when there is no memory. The
-// labels are empty, so that freeing the block leaves nothing behind.
-ServiceMapResult* toBlock(const std::vector<ServiceMapResult>& records) {
+// A block from malloc() with the records, a real one for no records too; NULL when there is no
+// memory. The labels are empty, so that freeing the block leaves nothing behind.
+ServiceMapResult* toBlock(std::vector<ServiceMapResult> records) {
   const std::size_t bytes = std::max<std::size_t>(records.size() * sizeof(ServiceMapResult), 1);
   auto* const block = static_cast<ServiceMapResult*>(std::malloc(bytes));
-  if (block != nullptr) std::uninitialized_copy(records.begin(), records.end(), block);
+  if (block != nullptr) std::uninitialized_move(records.begin(), records.end(), block);
   return block;
 }
 
@@ -35,13 +36,13 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
                                        (allowTwoTrackStreams & 0xFF) != 0, streams, streamCount,
                                        false, false);
   std::int32_t decided = *item;
-  const std::vector<ServiceMapResult> records =
+  std::vector<ServiceMapResult> records =
       evaluateEbuR123(streamSpan(streams, streamCount), manager.allowTwoTrackStreams(),
                       manager.EbuR123Configurations, decided);
   *item = decided;
   if (decided == NO_SERVICE_MAP_ITEM) return;
   *resultCount = static_cast<std::int32_t>(records.size());
-  *block = toBlock(records);
+  *block = toBlock(std::move(records));
 }
 
 }  // namespace kestrel
