@@ -92,7 +92,8 @@ constexpr bool isLower(char letter) { return letter >= 'a'; }
 
 const RuleTable& tableAt(const char* text, std::size_t at) {
   if (at > 0) return text[at - 1] == '1' ? kBehindOne : kElsewhere;
-  return text[2] == '\0' && isLower(text[1]) ? kWhole : kElsewhere;
+  const bool isWhole = text[2] == '\0' && isLower(text[1]);
+  return isWhole ? kWhole : kElsewhere;
 }
 
 }  // namespace
