@@ -17,7 +17,7 @@ bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
   }
   const std::int32_t group = tracks.tracks(at).group;
   do {
-    at = tracks.nextStream(at);
+    at = at.nextStream();
   } while (!tracks.atEnd(at) && tracks.tracks(at).isPairCoded == 1 &&
            tracks.tracks(at).group == group);
   return true;
@@ -38,7 +38,7 @@ std::int32_t passOrdinary(const FileTracks& tracks, TrackCursor& at, std::int32_
 
 std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> services,
                                              const FileTracks& tracks) noexcept {
-  TrackCursor at = tracks.begin();
+  TrackCursor at;
   for (std::size_t i = 0; i < services.size(); ++i) {
     const ExpectedService& service = services[i];
     if (service.isEmca) {

@@ -38,7 +38,7 @@ bool Assignment::takeProgramme(const ExpectedService& service) {
   const TrackCursor first = at_;
   const std::int32_t ownGroup = tracks_.tracks(at_).sourceGroup;
   std::int64_t count = 0;
-  for (; inGroup() && tracks_.tracks(at_).sourceGroup == ownGroup; at_ = tracks_.nextStream(at_))
+  for (; inGroup() && tracks_.tracks(at_).sourceGroup == ownGroup; at_ = at_.nextStream())
     count += tracks_.restOfStream(at_);
   const auto slots = static_cast<std::int32_t>(std::min<std::int64_t>(count, kSlotCount));
   finding_.service = &service;

@@ -29,11 +29,7 @@ class Assignment {
   /// @param surroundCheck  derive the labels of 5.1 mixes from the tracks
   Assignment(std::span<const ExpectedService> services, const FileTracks& tracks,
              bool surroundCheck) noexcept
-      : services_(services),
-        tracks_(tracks),
-        labelReader_(tracks),
-        surroundCheck_(surroundCheck),
-        at_(tracks.begin()) {}
+      : services_(services), tracks_(tracks), labelReader_(tracks), surroundCheck_(surroundCheck) {}
 
   /// Moves to the next reported finding; false when all services are walked.
   bool next() noexcept;

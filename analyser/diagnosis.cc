@@ -21,7 +21,7 @@ constexpr std::int32_t kFirstRemark = 100;
 // Tracks from the cursor to the end of the file.
 std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
   std::int64_t count = 0;
-  for (; !tracks.atEnd(at); at = tracks.nextStream(at)) count += tracks.restOfStream(at);
+  for (; !tracks.atEnd(at); at = at.nextStream()) count += tracks.restOfStream(at);
   return count;
 }
 
@@ -174,7 +174,7 @@ void Diagnosis::explainRest(TrackCursor firstLeftOver) {
   explainSkipped(static_cast<std::int32_t>(analyser_.expectedServices().size()));
   const FileTracks& tracks = analyser_.fileTracks();
   if (tracks.atEnd(firstLeftOver)) return;
-  const std::int64_t all = tracksFrom(tracks, tracks.begin());
+  const std::int64_t all = tracksFrom(tracks, {});
   KestrelFinding& rest = addAt(KESTREL_TRACKS_LEFT_OVER, -1, -1, firstLeftOver);
   rest.first = all - tracksFrom(tracks, firstLeftOver);
   rest.second = all;

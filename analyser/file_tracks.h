@@ -29,10 +29,14 @@ struct StreamTracks {
   bool sharesPair = false;  // pair-coded or not: marked to share the one pair of all its like
 };
 
-/// One track: its stream's place among the streams with tracks, and its place in that stream.
+/// One track: its stream's place among the streams with tracks, and its place in that stream. At
+/// first it is the first track of the file, or the end when there is none.
 struct TrackCursor {
   std::int32_t record = 0;
   std::int32_t offset = 0;  // 0 .. channelCount - 1
+
+  /// The first track after those of this one's stream.
+  TrackCursor nextStream() const { return {record + 1, 0}; }
 };
 
 /// Tracks to walk over; their records stand elsewhere.
@@ -44,11 +48,7 @@ class TrackList {
   /// One record per stream with tracks, in the order of the streams.
   std::span<const StreamTracks> records() const { return records_; }
 
-  TrackCursor begin() const { return {0, 0}; }
   bool atEnd(TrackCursor at) const { return index(at) == records_.size(); }
-
-  /// The first track after those of the cursor's stream.
-  TrackCursor nextStream(TrackCursor at) const { return {at.record + 1, 0}; }
 
   /// Moves the cursor over the next `count` tracks, or as many as there are, and returns how many.
   std::int32_t pass(TrackCursor& at, std::int32_t count) const {
@@ -70,7 +70,7 @@ class TrackList {
   /// The track behind the next `count` tracks of the cursor's stream, which has as many.
   TrackCursor behind(TrackCursor at, std::int32_t count) const {
     at.offset += count;
-    return at.offset == tracks(at).channelCount ? nextStream(at) : at;
+    return at.offset == tracks(at).channelCount ? at.nextStream() : at;
   }
 
   /// Tracks from the cursor to the end of its stream, at least 1.

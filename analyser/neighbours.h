@@ -25,7 +25,7 @@ class DisagreementWalk {
     while (slots_ > 0 && slot_ + tracks_.restOfStream(right_) < slots_) {
       left_ = right_;
       slot_ += tracks_.restOfStream(left_);
-      right_ = tracks_.nextStream(left_);
+      right_ = left_.nextStream();
       if (!tracksCompatible(tracks_.tracks(left_), tracks_.tracks(right_))) return true;
     }
     return false;

@@ -25,7 +25,7 @@ void fillSlots(const Finding& finding, const TrackList& tracks, Slots& slots) {
       filled.sourceGroup = own.sourceGroup;
       filled.indexInGroup = static_cast<std::int32_t>(index);
     }
-    if (slot < finding.found) at = tracks.nextStream(at);
+    if (slot < finding.found) at = at.nextStream();
   }
 }
 

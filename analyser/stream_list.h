@@ -3,6 +3,7 @@
 // functions here know.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -21,9 +22,7 @@ inline const wchar_t* idOf(const AudioStreamInfo& stream) { return stream.stream
 inline const char* idOf(const KestrelStream& stream) { return stream.streamId; }
 
 inline bool hasHyphen(const AudioStreamInfo& stream) {
-  for (const wchar_t c : stream.streamId)
-    if (c == L'-') return true;
-  return false;
+  return std::ranges::any_of(stream.streamId, [](wchar_t c) { return c == L'-'; });
 }
 inline bool hasHyphen(const KestrelStream& stream) {
   for (const char* c = stream.streamId; *c != '\0'; ++c)

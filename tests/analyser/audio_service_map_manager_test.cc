@@ -175,7 +175,7 @@ std::vector<Track> expand(const std::vector<AudioStreamInfo>& streams) {
   FileTracks tracks(streams);
   tracks.expand();
   std::vector<Track> list;
-  for (TrackCursor at = tracks.begin(); !tracks.atEnd(at); at = tracks.advance(at, 1))
+  for (TrackCursor at; !tracks.atEnd(at); at = tracks.advance(at, 1))
     list.push_back({tracks.tracks(at).trackNumber, tracks.tracks(at).group,
                     tracks.tracks(at).sourceGroup, tracks.indexInGroup(at)});
   return list;
@@ -191,9 +191,9 @@ TEST(ExpandTracks, NoTrackFollowsTheLast) {
   const std::vector<AudioStreamInfo> streams = {plainStream(L"1", 2), plainStream(L"2", 3)};
   FileTracks tracks(streams);
   tracks.expand();
-  EXPECT_FALSE(tracks.atEnd(tracks.advance(tracks.begin(), 4)));
+  EXPECT_FALSE(tracks.atEnd(tracks.advance({}, 4)));
   for (const std::int32_t count : {5, 6, INT_MAX})
-    EXPECT_TRUE(tracks.atEnd(tracks.advance(tracks.begin(), count))) << count;
+    EXPECT_TRUE(tracks.atEnd(tracks.advance({}, count))) << count;
 }
 
 TEST(ExpandTracks, PairStreamsOfOneNumberJoinTheFirstGroup) {

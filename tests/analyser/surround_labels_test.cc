@@ -104,7 +104,7 @@ class SurroundLabelReading : public ::testing::Test {
     FileTracks tracks(streams_);
     tracks.expand();
     SurroundLabelReader reader(tracks);
-    return textOrNothing(reader.read(tracks.advance(tracks.begin(), firstTrack)));
+    return textOrNothing(reader.read(tracks.advance({}, firstTrack)));
   }
 
   std::vector<AudioStreamInfo> streams_;
@@ -116,7 +116,7 @@ TEST_F(SurroundLabelReading, CountsOnInsideALongStream) {
   tracks.expand();
   SurroundLabelReader reader(tracks);
   const auto readAt = [&](std::int32_t track) {
-    return textOrNothing(reader.read(tracks.advance(tracks.begin(), track)));
+    return textOrNothing(reader.read(tracks.advance({}, track)));
   };
   EXPECT_EQ(readAt(2), L"L R C LFE Ls Rs");
   EXPECT_EQ(readAt(8), L"Rs Ls LFE C R L");
@@ -139,7 +139,7 @@ TEST_F(SurroundLabelReading, FindsNoLabelBehindAnIndexThatHasWrapped) {
   FileTracks tracks(streams_);
   tracks.expand();
   SurroundLabelReader reader(tracks);
-  const TrackCursor last = tracks.advance(tracks.begin(), INT_MAX);
+  const TrackCursor last = tracks.advance({}, INT_MAX);
   EXPECT_EQ(tracks.indexInGroup(last), INT_MAX);
   EXPECT_EQ(reader.labelOf(last), kNoLabel);
   const TrackCursor wrapped = tracks.advance(last, 1);

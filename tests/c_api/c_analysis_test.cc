@@ -25,6 +25,8 @@ TEST(CAnalysis, TellsTheOutcomeAndTheTrackTotal) {
               {{stream("1", 1), other}, KESTREL_EMPTIED, 2, 0},
               {{stream("1", 3)}, KESTREL_UNTOUCHED, 3, 0},
               {{stream("1", -1)}, KESTREL_UNTOUCHED, 4294967295U, 0},
+              {{sharedPair("1", 1, 1), sharedPair("2", 1, 2)}, KESTREL_UNTOUCHED, 2, 0},
+              {{sharedPair("1", 1, 1), sharedPair("2-1", 1, 2)}, KESTREL_UNTOUCHED, 4, 0},
               {{}, KESTREL_UNTOUCHED, 0, 0}};
   for (const auto& row : rows) {
     const Analysis analysis = analysed(request("T2=Stereo", row.streams));

@@ -149,6 +149,13 @@ TEST(Labels, AreInOrderWhenTheyAreInTheOrderOfTheRequest) {
                   KESTREL_FILLED, {label(KESTREL_LABELS_REORDERED, 4)});
 }
 
+TEST(Labels, OutOfOrderAreToldOnlyWhereTheRequestHasAnOrder) {
+  const Streams streams = {stream("7", 6, "R L C LFE Ls R")};
+  const std::vector<Expected> doubled = {label(KESTREL_LABEL_DOUBLED, 5, 0)};
+  for (const char* const order : {"", "L R C", kSixLabels})
+    expectDiagnosis(Diagnosis::withOrder(order, "T6=5.1 Mix", streams), KESTREL_FILLED, doubled);
+}
+
 TEST(Labels, OfEachMixAreComparedWithTheOrder) {
   const Streams streams = {stream("7", 6, "R L C LFE Ls Rs"), stream("8", 6, kSixLabels),
                            stream("9", 6, "L R C LFE Rs Ls")};
