@@ -29,8 +29,7 @@ std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
 
 Diagnosis::Findings& Diagnosis::listOf(std::int32_t code) {
   if (code < kFirstRemark) return errors_;
-  if (code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT) return elements_;
-  return code == KESTREL_TRACKS_LEFT_OVER ? rest_ : remarks_;
+  return code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT ? elements_ : remarks_;
 }
 
 KestrelFinding& Diagnosis::add(std::int32_t code) {
@@ -196,18 +195,17 @@ void Diagnosis::explainElements() {
 }
 
 std::size_t Diagnosis::findingCount() const {
-  return errors_.records().size() + elements_.records().size() + remarks_.records().size() +
-         rest_.records().size();
+  return errors_.records().size() + elements_.records().size() + remarks_.records().size();
 }
 
 void Diagnosis::writeFindings(KestrelFinding* out) const {
   const auto errors = errors_.records();
   out = std::copy(errors.begin(), errors.end(), out);
-  out = std::ranges::merge(elements_.records(), remarks_.records(), out, {},
-                           &KestrelFinding::service, &KestrelFinding::service)
-            .out;
-  const auto rest = rest_.records();
-  std::copy(rest.begin(), rest.end(), out);
+  // No service, -1, is the largest of these numbers.
+  const auto service = [](const KestrelFinding& finding) {
+    return static_cast<std::uint32_t>(finding.service);
+  };
+  std::ranges::merge(elements_.records(), remarks_.records(), out, {}, service, service);
 }
 
 }  // namespace kestrel

@@ -71,8 +71,7 @@ class Diagnosis {
   // Each in the order of the services.
   Findings errors_;
   Findings elements_;
-  Findings remarks_;
-  Findings rest_;
+  Findings remarks_;  // the one on no service last
 };
 
 }  // namespace kestrel
