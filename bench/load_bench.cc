@@ -1,7 +1,7 @@
 // What loading the library, a first call and unloading it cost beside an ordinary empty library of
-// C++ with the same dependences: in this process, which has the C++ run-time already, and in a fresh
-// process of a host in C, which gets it with the library. Both libraries take turns, and the ratios
-// are those of the medians.
+// C++ with the same dependences: in this process, which has the C++ run-time already, and in a
+// fresh process of a host in C, which gets it with the library. Both libraries take turns, and the
+// ratios are those of the medians.
 #include <dlfcn.h>
 #include <stdio.h>  // popen
 
