@@ -40,7 +40,7 @@ fuzz() {
   # shellcheck disable=SC2046 # several options are meant to be split
   "$programs/${name}_fuzzer" -max_len="$(longest "$name")" -max_total_time=$((minutes * 60)) \
     -dict="fuzz/dictionaries/$name.dict" -artifact_prefix="$run/$name/failures/" \
-    -timeout=20 -rss_limit_mb=3000 -print_final_stats=1 $(options "$name") \
+    -timeout=60 -rss_limit_mb=3000 -print_final_stats=1 $(options "$name") \
     "$run/$name/found" "fuzz/corpus/$name" >"$run/$name/log" 2>&1
 }
 
