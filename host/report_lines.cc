@@ -11,8 +11,8 @@ namespace kestrel::host {
 Report reportLines(const std::vector<std::filesystem::path>& results, const WantedFiles& wanted) {
   std::map<std::string, std::string> lines;
   Report report;
-  report.warnings = readResults(
-      results, wanted, [&](const std::string& place, const nlohmann::ordered_json& document) {
+  report.warnings =
+      readResults(results, wanted, [&](const std::string& place, const Json& document) {
         factsOf(document);  // a line that lacks what is counted is refused, as by the other forms
         lines[place] = document.dump() + "\n";
       });

@@ -14,7 +14,6 @@ namespace kestrel::host {
 namespace {
 
 namespace fs = std::filesystem;
-using Json = nlohmann::ordered_json;
 using Places = std::unordered_set<std::string>;
 
 // Those among the wanted places that have no result yet.

@@ -4,10 +4,11 @@
 
 #include <filesystem>
 #include <functional>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "host/json.h"
 
 namespace kestrel::host {
 
@@ -20,7 +21,7 @@ struct Report {
 using WantedFiles = std::optional<std::vector<std::filesystem::path>>;
 
 /// Takes a result and the place of its file (file_place.h); it replaces what came before it there.
-using UseResult = std::function<void(const std::string& place, const nlohmann::ordered_json&)>;
+using UseResult = std::function<void(const std::string& place, const Json&)>;
 
 /// Calls `use` with each result in turn, in the order of the results files. Gives the warnings.
 /// Raises NoResults for what is no file of results, where there is no result at all, and where a

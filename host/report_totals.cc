@@ -14,8 +14,8 @@ Report reportTotals(const std::vector<std::filesystem::path>& results, const Wan
   std::set<ResultFacts> facts;
   std::unordered_map<std::string, const ResultFacts*> factsOfPlace;
   Report report;
-  report.warnings = readResults(
-      results, wanted, [&](const std::string& place, const nlohmann::ordered_json& document) {
+  report.warnings =
+      readResults(results, wanted, [&](const std::string& place, const Json& document) {
         factsOfPlace[place] = &*facts.insert(factsOf(document)).first;
       });
   ScanSummary summary;

@@ -8,8 +8,6 @@
 namespace kestrel::host {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 TEST(CatalogueJsonTest, itemsStandByTheirIds) {
   const Json items = catalogueJson();
   ASSERT_EQ(items.size(), 41U);

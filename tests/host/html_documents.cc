@@ -184,4 +184,6 @@ Json allDocuments() {
       {brokenDocument(), codedDocument(), conformingDocument(), unexaminedDocument()});
 }
 
+std::string line(const Json& document) { return document.dump() + "\n"; }
+
 }  // namespace kestrel::host

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
+#include <string>
+
+#include "host/json.h"
 
 namespace kestrel::host {
-
-using Json = nlohmann::ordered_json;
 
 /// Eight tracks, held against a declared code of 5.1 and stereo: the stereo pair differs in
 /// format, a label stands on a track of its own, and the labels speak for another layout.
@@ -22,5 +23,8 @@ Json unexaminedDocument();
 
 /// The four.
 Json allDocuments();
+
+/// As a line of results.
+std::string line(const Json& document);
 
 }  // namespace kestrel::host

@@ -13,8 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string line(const Json& document) { return document.dump() + "\n"; }
-
 Json named(Json document, const std::string& file) {
   document["file"] = file;
   return document;

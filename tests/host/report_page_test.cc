@@ -9,8 +9,6 @@
 namespace kestrel::host {
 namespace {
 
-std::string line(const Json& document) { return document.dump() + "\n"; }
-
 std::size_t count(const std::string& text, const std::string& part) {
   std::size_t times = 0;
   for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
