@@ -29,7 +29,8 @@ std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
 
 Diagnosis::Findings& Diagnosis::listOf(std::int32_t code) {
   if (code < kFirstRemark) return errors_;
-  return code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT ? elements_ : remarks_;
+  if (code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT) return elements_;
+  return remarks_;
 }
 
 KestrelFinding& Diagnosis::add(std::int32_t code) {

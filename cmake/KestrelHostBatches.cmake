@@ -1,10 +1,12 @@
-# The host and its tests include large headers, which many sources compiled as one read once. For
-# builds that are made for their checks; what ships is compiled source by source, which also shows
-# that each of them includes what it needs.
+# The host and its tests include large headers, which many sources compiled as one read once. The
+# tests are always compiled so, the host for builds that are made for their checks; what ships is
+# compiled source by source, which also shows that each of them includes what it needs.
 #
-# Included by a folder, for its targets.
-if(KESTREL_HOST_BATCH GREATER 0)
-  set(CMAKE_UNITY_BUILD ON)
-  set(CMAKE_UNITY_BUILD_BATCH_SIZE ${KESTREL_HOST_BATCH})
-endif()
-add_compile_options(${KESTREL_HOST_OPTIONS})
+# kestrel_compile_in_batches(SIZE): the targets of this folder
+macro(kestrel_compile_in_batches size)
+  if(${size} GREATER 0)
+    set(CMAKE_UNITY_BUILD ON)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE ${size})
+  endif()
+  add_compile_options(${KESTREL_HOST_OPTIONS})
+endmacro()
