@@ -2,7 +2,7 @@
 # Runs every kind of proof that docs/proof.md tells of, those that scripts/test.sh has no time for
 # with a short budget each. Goes on behind a failure and names the failed ones at the end.
 #
-# usage: scripts/proof.sh            about an hour and a half on two cores
+# usage: scripts/proof.sh            about 40 minutes on two cores
 #
 # What is longer by nature is asked for by itself: scripts/fuzz.sh 30, scripts/mutation.sh.
 set -uo pipefail
