@@ -49,7 +49,8 @@ TEST(CTexts, ATextThatIsNotUtf8IsRefusedWithThePlaceOfItsFirstBadByte) {
       "\xC3\xC3\xA9",
   };
   for (const std::string bad : badSequences) {
-    for (const std::string before : {"", "1", "T6=Stereo ", "\xC3\xA9\xF0\x9F\x8E\xA7"}) {
+    for (const std::string before : {"", "1", "T6=Stereo ", "fifteen letters", "sixteen letters.",
+                                     "and seventeen ones", "\xC3\xA9\xF0\x9F\x8E\xA7"}) {
       for (const std::string after : {"", "x", "\xC3\xA9 \xFF"}) {
         forEachPlaceOf(before + bad + after, [&](const KestrelRequest& asked, std::int32_t index) {
           EXPECT_EQ(refusalOf(&asked), (Refusal{KESTREL_BAD_TEXT, before.size(), index}))
