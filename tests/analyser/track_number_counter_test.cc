@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <barrier>
 #include <climits>
+#include <cstddef>
 #include <thread>
 #include <vector>
 
@@ -55,6 +57,20 @@ TEST(TrackNumberCounter, HandsNoNumberOutTwice) {
   std::ranges::sort(all);
   EXPECT_EQ(all.size(), static_cast<std::size_t>(kThreads * kCalls * 4));
   EXPECT_EQ(std::ranges::adjacent_find(all), all.end());
+}
+
+TEST(TrackNumberCounter, HandsThreadsThatAskForOneNumberDifferentOnes) {
+  std::vector<std::int32_t> taken(64);
+  std::vector<std::thread> threads;  // all there at once, so that each has an identity of its own
+  std::barrier allThere(static_cast<std::ptrdiff_t>(taken.size()));
+  for (std::int32_t& number : taken)
+    threads.emplace_back([&] {
+      number = takeTrackNumbers(1);
+      allThere.arrive_and_wait();
+    });
+  for (auto& thread : threads) thread.join();
+  std::ranges::sort(taken);
+  EXPECT_EQ(std::ranges::adjacent_find(taken), taken.end());
 }
 
 TEST(TrackNumberCounter, HandsOutHalfOfAllNumbersAtOnceAndGoesOnBehindThem) {
