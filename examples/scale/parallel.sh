@@ -11,21 +11,9 @@
 #
 # KESTREL=/path/to/kestrel: the program, else `kestrel`; KESTREL_SHARD_FILES=1000: see prepare.py.
 set -euo pipefail
-if [ $# -lt 2 ]; then
-  echo "usage: parallel.sh LIST FOLDER [PARALLEL_OPTION...] [-- SCAN_OPTION...]" >&2
-  exit 2
-fi
 here=$(dirname "$(realpath "$0")")
-list=$1
-folder=$(realpath -m "$2")
-shift 2
-own=()
-while [ $# -gt 0 ]; do
-  word=$1
-  shift
-  [ "$word" != -- ] || break
-  own+=("$word")
-done
+# shellcheck source=examples/scale/arguments.sh
+. "$here/arguments.sh"
 
 left=$("$here/prepare.py" "$list" "$folder" "$@")
 if [ -n "$left" ]; then

@@ -10,21 +10,9 @@
 # Prints the number of the merging job. An array has at most MaxArraySize tasks (1001 if the cluster
 # does not say): KESTREL_SHARD_FILES, see prepare.py, makes shards larger and fewer.
 set -euo pipefail
-if [ $# -lt 2 ]; then
-  echo "usage: slurm.sh LIST FOLDER [SBATCH_OPTION...] [-- SCAN_OPTION...]" >&2
-  exit 2
-fi
 here=$(dirname "$(realpath "$0")")
-list=$1
-folder=$(realpath -m "$2")
-shift 2
-own=()
-while [ $# -gt 0 ]; do
-  word=$1
-  shift
-  [ "$word" != -- ] || break
-  own+=("$word")
-done
+# shellcheck source=examples/scale/arguments.sh
+. "$here/arguments.sh"
 
 left=$("$here/prepare.py" "$list" "$folder" "$@")
 mkdir -p "$folder/logs"
