@@ -18,8 +18,8 @@ here=$(dirname "$(realpath "$0")")
 left=$("$here/prepare.py" "$list" "$folder" "$@")
 if [ -n "$left" ]; then
   # A shard that fails, or whose machine does, is tried again, on another machine if there is one.
-  # What is left then is said by the merging.
-  parallel --quote --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
+  # What is left then is said by the merging. Which shell a machine's login has must not matter.
+  PARALLEL_SHELL=/bin/sh parallel --quote --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
     "$folder/scan-shard.sh" "$folder" <<<"$left" || true
 fi
 exec "$folder/merge.sh" "$folder"

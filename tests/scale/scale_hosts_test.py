@@ -11,13 +11,17 @@ from scale_support import PARALLEL, PROGRAM, SOURCES, ScaleTest, documents, main
 
 
 class Hosts(ScaleTest):
-    """GNU parallel's hosts. For ssh stands a script that runs the command here, elsewhere."""
+    """GNU parallel's hosts. For ssh stands a script that runs the command here, elsewhere.
+
+    Like ssh it hands over nothing of this environment, and whatever login shell there is.
+    """
 
     def ssh(self, script):
         self.environment["PARALLEL_SSH"] = str(self.folder / "ssh")
         ssh = self.folder / "ssh"
         ssh.write_text(f"#!/bin/sh\nhost=$1; shift 2\necho $host >>{self.folder}/hosts\n"
-                       f"{script}\ncd / && HOME=/ exec sh -c \"$*\"\n", encoding="utf-8")
+                       f"{script}\ncd / && exec env -i HOME=/ SHELL=/nonexistent PATH=\"$PATH\" "
+                       "sh -c \"$*\"\n", encoding="utf-8")
         ssh.chmod(0o755)
 
     def hosts_used(self):
