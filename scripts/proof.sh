@@ -33,6 +33,7 @@ prove "coverage" scripts/coverage.sh
 prove "mutation, a sample" scripts/mutation.sh --sample 24 --jobs "$(nproc)"
 prove "valgrind" scripts/valgrind.sh
 prove "a Slurm cluster of one node" scripts/try-slurm.sh
+prove "two ssh hosts" scripts/try-ssh.sh
 prove "fuzzing, a minute each" scripts/fuzz.sh 1
 
 if [ ${#failed[@]} -gt 0 ]; then

@@ -7,23 +7,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 files=${1:-2000}
-scripts/setup.sh proof
-cmake --preset release >/dev/null
-cmake --build --preset release --target kestrel_host >/dev/null
-export KESTREL=$PWD/build/release/host/kestrel KESTREL_SHARD_FILES=$((files / 10))
-media=$PWD/tests/media
-scale=$PWD/examples/scale
-
-here=$(mktemp -d)
-chmod 755 "$here"
-daemons=()
-end() {
-  [ ${#daemons[@]} -eq 0 ] || kill "${daemons[@]}" 2>/dev/null || true
-  wait
-  rm -rf "$here"
-}
-trap end EXIT
-cd "$here"
+# shellcheck source=scripts/scale_trial.sh
+. scripts/scale_trial.sh
 
 start_cluster() {
   mkdir munge state spool
@@ -69,31 +54,9 @@ CONF
 
 node_is_idle() { [ "$(sinfo -h -o %t 2>/dev/null)" = idle ]; }
 
-await() {
-  local limit=$((SECONDS + 120))
-  until "$@"; do
-    if [ $SECONDS -gt $limit ]; then
-      echo "try-slurm: waited in vain: $*" >&2
-      tail -n 5 ./*.log ./*.out >&2
-      exit 1
-    fi
-    sleep 0.1
-  done
-}
-
-make_files() {
-  mkdir in
-  local sources=("$media"/{rf64_stereo.wav,wav_mono.wav,mov_mixed_depths.mov,mxf_no_audio.mxf})
-  for ((n = 0; n < files; n++)); do
-    ln -s "${sources[n % 4]}" "in/$n.mxf"
-  done
-  printf '%s\n' "$here"/in/*.mxf >list
-}
-
 run() { "$scale/slurm.sh" list out; }
 ended() { [ -z "$(squeue -h)" ]; }
 task_of() { squeue -h -r -n kestrel-scan -o %F_%K | grep "_$1\$"; }
-has_lines() { [ -e "out/results/$1.jsonl" ] && [ "$(wc -l <"out/results/$1.jsonl")" -ge "$2" ]; }
 scan_of() { pgrep -f -- "^$KESTREL scan .*$here/out/results/$1.jsonl"; }
 
 start_cluster
@@ -115,9 +78,4 @@ await ended
 echo "try-slurm: $files files, two runs: $((SECONDS - start)) s"
 cat out/logs/merge.log
 
-"$KESTREL" scan --files-from list -q -o plain.jsonl || true
-cmp <(LC_ALL=C sort plain.jsonl) <(LC_ALL=C sort out/results.jsonl)
-"$KESTREL" report plain.jsonl --format text | cmp - out/totals.txt
-doubled=$(cat out/results/*.jsonl | jq -r 'select(.error == null).file' | sort | uniq -d)
-[ -z "$doubled" ]
-echo "try-slurm: as by one scan, nothing examined twice"
+expect_results_of_one_scan
