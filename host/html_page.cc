@@ -47,13 +47,28 @@ void addSummary(Json& view, const ScanSummary& summary) {
   }
 }
 
-std::string render(Json view, const std::string& sections) {
-  const HtmlTemplate page(kPageSource);
+// The sections are most of a large page, so they do not go through the template, which would hold
+// them several times over.
+std::string render(Json view, const std::vector<HtmlSection>& sections) {
+  constexpr std::string_view kSections = "{{{sections}}}";
+  constexpr std::string_view kPage = kPageSource;
+  constexpr std::size_t kBefore = kPage.find(kSections);
+  static_assert(kBefore != std::string_view::npos);
   view["version"] = KESTREL_VERSION;
   view["style"] = kStyleSource;
   view["script"] = kScriptSource;
-  view["sections"] = sections;
-  return page.render(view);
+  std::string page = HtmlTemplate(kPage.substr(0, kBefore)).render(view);
+  const std::string behind = HtmlTemplate(kPage.substr(kBefore + kSections.size())).render(view);
+  std::size_t size = page.size() + behind.size();
+  for (const HtmlSection& section : sections) {
+    size += section.html.size();
+  }
+  page.reserve(size);
+  for (const HtmlSection& section : sections) {
+    page += section.html;
+  }
+  page += behind;
+  return page;
 }
 
 }  // namespace
@@ -67,21 +82,19 @@ std::string htmlPage(const Json& documents) {
     return htmlReport(sections);
   }
   const auto file = documents.at(0).at("file").get<std::string>();
-  return render({{"title", "The audio of " + file}, {"report", false}}, sections.front().html);
+  return render({{"title", "The audio of " + file}, {"report", false}}, sections);
 }
 
 std::string htmlReport(const std::vector<HtmlSection>& sections) {
   ScanSummary summary;
-  std::string html;
   for (const HtmlSection& section : sections) {
     summary.add(section.facts);
-    html += section.html;
   }
   Json view = {{"title", fmt::format("The audio of {} file{}", sections.size(),
                                      sections.size() == 1 ? "" : "s")},
                {"report", true}};
   addSummary(view, summary);
-  return render(std::move(view), html);
+  return render(std::move(view), sections);
 }
 
 }  // namespace kestrel::host
