@@ -73,6 +73,22 @@ TEST(TrackNumberCounter, HandsThreadsThatAskForOneNumberDifferentOnes) {
   EXPECT_EQ(std::ranges::adjacent_find(taken), taken.end());
 }
 
+TEST(TrackNumberCounter, HandsOnWithoutGapToWhoIsAloneAgain) {
+  constexpr int kMore = 10'000;  // beyond what either thread has in store
+  std::vector<std::int32_t> own, other;
+  const auto take = [](int count, std::vector<std::int32_t>& numbers) {
+    for (int i = 0; i < count; ++i) numbers.push_back(takeTrackNumbers(1));
+  };
+  take(1, own);
+  std::thread([&] { take(kMore, other); }).join();
+  take(kMore, own);
+  for (std::size_t i = 1; i < other.size(); ++i)
+    ASSERT_EQ(other[i], trackNumberAfter(other[i - 1], 1)) << i;
+  own.insert(own.end(), other.begin(), other.end());
+  std::ranges::sort(own);
+  EXPECT_EQ(std::ranges::adjacent_find(own), own.end());
+}
+
 TEST(TrackNumberCounter, HandsOutHalfOfAllNumbersAtOnceAndGoesOnBehindThem) {
   for (const std::uint32_t count : {0x7FFF'FFFFU, 0x8000'0000U, 0xFFFF'FFFFU}) {
     const std::int32_t first = takeTrackNumbers(count);
