@@ -64,11 +64,24 @@ consteval auto ordinalsOfAllItems() {
 
 constexpr auto kOrdinals = ordinalsOfAllItems();
 
-constexpr std::size_t kLongestItemText = 111;
+// An item's text is the names of its stream types joined by commas.
+consteval std::size_t textLengthOf(std::span<const StreamType> types) {
+  std::size_t length = types.empty() ? 0 : types.size() - 1;
+  for (const StreamType type : types) length += StreamTypeNames.at(type).size();
+  return length;
+}
 
-// The stream types of an item as names joined by commas.
+consteval std::size_t longestItemText() {
+  std::size_t longest = 0;
+  for (const auto& layout : kCatalogue.layouts)
+    longest = std::max(longest, textLengthOf(layout.streamTypes.view()));
+  return longest;
+}
+
+constexpr std::size_t kLongestItemText = longestItemText();
+
 struct ItemText {
-  std::array<char, kLongestItemText + 1> characters{};
+  std::array<char, kLongestItemText> characters{};
   std::uint8_t length = 0;
 
   consteval void append(std::string_view part) {
