@@ -334,6 +334,7 @@ TEST(BuildResults, SetsTheStatusOnADisagreement) {
   fixture.streams[1].formatKey3 = 0;
   auto agreeing = fixture.make();
   ASSERT_EQ(agreeing.detectServices(), 1);
+  results.resize(3);
   status = 7;
   agreeing.buildResults(results, status);
   EXPECT_EQ(status, 7) << "no failure leaves it alone";
