@@ -66,7 +66,7 @@ constexpr auto kOrdinals = ordinalsOfAllItems();
 
 // An item's text is the names of its stream types joined by commas.
 consteval std::size_t textLengthOf(std::span<const StreamType> types) {
-  std::size_t length = types.empty() ? 0 : types.size() - 1;
+  std::size_t length = types.size() - 1;  // commas
   for (const StreamType type : types) length += StreamTypeNames.at(type).size();
   return length;
 }

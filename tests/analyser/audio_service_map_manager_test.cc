@@ -320,6 +320,13 @@ TEST(Assignment, AServiceThatRunsOutKeepsItsTrackCount) {
   EXPECT_EQ(walk.finding().found, 0);
 }
 
+TEST(AudioServiceMapManager, KeepsWhetherStreamsOfTwoTracksAreAllowed) {
+  for (const bool allowed : {false, true}) {
+    const AudioServiceMapManager manager("T2=Stereo", L"", allowed, nullptr, 0, false, false);
+    EXPECT_EQ(manager.allowTwoTrackStreams(), allowed);
+  }
+}
+
 TEST(BuildResults, SetsTheStatusOnADisagreement) {
   Fixture fixture{{plainStream(L"1", 1), plainStream(L"2", 1)}, "T2=Stereo"};
   fixture.streams[1].formatKey3 = 1;
