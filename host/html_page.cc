@@ -51,14 +51,13 @@ void addSummary(Json& view, const ScanSummary& summary) {
 // them several times over.
 std::string render(Json view, const std::vector<HtmlSection>& sections) {
   constexpr std::string_view kSections = "{{{sections}}}";
-  constexpr std::string_view kPage = kPageSource;
-  constexpr std::size_t kBefore = kPage.find(kSections);
-  static_assert(kBefore != std::string_view::npos);
+  const std::string_view source = kPageSource;
+  const std::size_t place = source.find(kSections);
   view["version"] = KESTREL_VERSION;
   view["style"] = kStyleSource;
   view["script"] = kScriptSource;
-  std::string page = HtmlTemplate(kPage.substr(0, kBefore)).render(view);
-  const std::string behind = HtmlTemplate(kPage.substr(kBefore + kSections.size())).render(view);
+  std::string page = HtmlTemplate(source.substr(0, place)).render(view);
+  const std::string behind = HtmlTemplate(source.substr(place + kSections.size())).render(view);
   std::size_t size = page.size() + behind.size();
   for (const HtmlSection& section : sections) {
     size += section.html.size();
