@@ -20,7 +20,7 @@ end() {
   rm -rf "$here"
 }
 trap end EXIT
-cd "$here"
+cd "$here" || exit
 
 await() {
   local limit=$((SECONDS + 120))

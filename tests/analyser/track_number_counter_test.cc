@@ -74,17 +74,20 @@ TEST(TrackNumberCounter, HandsThreadsThatAskForOneNumberDifferentOnes) {
 }
 
 TEST(TrackNumberCounter, HandsOnWithoutGapToWhoIsAloneAgain) {
-  constexpr int kMore = 10'000;  // beyond what either thread has in store
-  std::vector<std::int32_t> own, other;
+  constexpr int kMore = 10'000;  // beyond what a thread has in store
+  std::vector<std::int32_t> own, store, other;
   const auto take = [](int count, std::vector<std::int32_t>& numbers) {
     for (int i = 0; i < count; ++i) numbers.push_back(takeTrackNumbers(1));
   };
   take(1, own);
-  std::thread([&] { take(kMore, other); }).join();
+  std::thread([&] {
+    take(kMore, store);  // that of an earlier thread in its place too, if there was one
+    take(kMore, other);
+  }).join();
   take(kMore, own);
   for (std::size_t i = 1; i < other.size(); ++i)
     ASSERT_EQ(other[i], trackNumberAfter(other[i - 1], 1)) << i;
-  own.insert(own.end(), other.begin(), other.end());
+  for (const auto& numbers : {store, other}) own.insert(own.end(), numbers.begin(), numbers.end());
   std::ranges::sort(own);
   EXPECT_EQ(std::ranges::adjacent_find(own), own.end());
 }

@@ -5,6 +5,7 @@ usage: check_installed_tree.py BUILD TREE WORK VERSION linux|windows [UNITTEST_O
 """
 import os
 import pathlib
+import re
 import shlex
 import shutil
 import subprocess
@@ -75,10 +76,12 @@ class InstalledTree(unittest.TestCase):
 
     def test_no_file_names_a_folder_of_this_machine(self):
         # The build folder need not stand in the source folder, nor the prefix in either.
-        folders = [os.fsencode(folder) for folder in (SOURCE, BUILD, TREE.parent)]
+        folders = [re.escape(os.fsencode(folder)) for folder in (SOURCE, BUILD, TREE.parent)]
+        # A folder "/kestrel" is not meant by "lib/cmake/kestrel".
+        begins, ends = rb"(?:(?<![\w.})/-])|(?<=-[ILF]))", rb"(?![\w.-])"
+        named = re.compile(begins + rb"(?:" + b"|".join(folders) + rb")" + ends)
         for name in files_in(TREE):
-            content = (TREE / name).read_bytes()
-            self.assertFalse([folder for folder in folders if folder in content], name)
+            self.assertFalse(named.findall((TREE / name).read_bytes()), name)
 
     def test_the_version_is_the_projects(self):
         pkgconfig = (TREE / "lib/pkgconfig/kestrel.pc").read_text()
