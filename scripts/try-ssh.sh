@@ -17,7 +17,7 @@ start_host() {
   shift 2
   /usr/sbin/sshd -D -f /dev/null -p "$port" -h "$here/host_key" -o ListenAddress=127.0.0.1 \
     -o AuthorizedKeysFile="$here/key.pub" -o StrictModes=no -o UsePAM=yes -o PidFile=none \
-    -E "$here/$name.log" "$@" &
+    -o AuthenticationMethods=publickey -E "$here/$name.log" "$@" &
   daemon_of[$name]=$!
   daemons+=($!)
   await ssh -F ssh_config "$name" true 2>"$name.out"
