@@ -13,7 +13,7 @@ shift
 all_files() {
   find "$build"/host/CMakeFiles -path '*/Unity/*' -name '*.cxx' | sort
   local file
-  for file in $(find catalogue analyser standards host -name '*.cc' | sort); do
+  for file in $(find catalogue analyser standards plain_c host -name '*.cc' | sort); do
     if grep -q "/$file\"" "$build/compile_commands.json"; then echo "$file"; fi
   done
 }

@@ -30,7 +30,7 @@ measure() {
     -R "$tests" -E "$left_out" --output-on-failure --no-tests=error | tail -4
   llvm-profdata-$llvm merge -o "$build/tests.profdata" "$build"/profiles/*.profraw
   llvm-cov-$llvm export "$build/libkestrel-dll64.so" "${programs[@]/#/-object=}" \
-    -instr-profile="$build/tests.profdata" api catalogue analyser standards \
+    -instr-profile="$build/tests.profdata" api catalogue analyser standards plain_c \
     >"$build/counts.json" 2>"$build/llvm-cov.log"
 }
 judge() { python3 scripts/check_coverage.py "$build/counts.json"; }

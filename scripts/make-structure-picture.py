@@ -17,20 +17,21 @@ import textwrap
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 PICTURE = ROOT / "docs" / "pictures" / "structure.svg"
-INCLUDE = re.compile(r'^ *# *include ["<]([a-z]+)/', re.MULTILINE)
+INCLUDE = re.compile(r'^ *# *include ["<]([a-z_]+)/', re.MULTILINE)
 SOURCES = {".h", ".cc", ".c"}
 
 WIDTH, HEIGHT, ACROSS, DOWN, MARGIN, LINE = 250, 92, 70, 38, 24, 15
 # Column and row of each box.
 PLACES = {
     "bench": (0, 0), "tests": (1, 0), "fuzz": (2, 0),
-    "bindings": (0, 1), "standards": (1, 1), "host": (2, 1),
-    "analyser": (1, 2),
-    "examples": (0, 3), "catalogue": (1, 3),
-    "docs": (0, 4), "api": (1, 4),
-    "cmake": (0, 5), "packaging": (1, 5), "scripts": (2, 5),
+    "bindings": (0, 1), "plain_c": (1, 1), "host": (2, 1),
+    "standards": (1, 2),
+    "analyser": (1, 3),
+    "examples": (0, 4), "catalogue": (1, 4),
+    "docs": (0, 5), "api": (1, 5),
+    "cmake": (0, 6), "packaging": (1, 6), "scripts": (2, 6),
 }
-LIBRARY = ["standards", "analyser", "catalogue", "api"]
+LIBRARY = ["plain_c", "standards", "analyser", "catalogue", "api"]
 
 
 def edge(folder, side, share=0.5):
@@ -70,8 +71,9 @@ def over(source, target):
 WAYS = {
     ("bench", "tests"): straight("bench", "right", "tests", "left"),
     ("fuzz", "tests"): straight("fuzz", "left", "tests", "right"),
-    ("tests", "standards"): straight("tests", "bottom", "standards", "top"),
+    ("tests", "plain_c"): straight("tests", "bottom", "plain_c", "top"),
     ("tests", "host"): over("tests", "host"),
+    ("plain_c", "standards"): straight("plain_c", "bottom", "standards", "top"),
     ("standards", "analyser"): straight("standards", "bottom", "analyser", "top"),
     ("analyser", "catalogue"): straight("analyser", "bottom", "catalogue", "top"),
     ("catalogue", "api"): straight("catalogue", "bottom", "api", "top"),

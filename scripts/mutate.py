@@ -24,7 +24,7 @@ import time
 
 from mutants import mutants_of
 
-FOLDERS = ("catalogue", "analyser", "standards")
+FOLDERS = ("catalogue", "analyser", "standards", "plain_c")
 HOME = pathlib.Path("build/mutation")
 EQUIVALENT = pathlib.Path("tests/mutation/equivalent.txt")
 WHITE_BOX = (

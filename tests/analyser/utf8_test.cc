@@ -1,6 +1,6 @@
 // Every code point is tried, and every pair of bytes as the begin of a character, against the table
 // of well-formed sequences as the Unicode standard prints it.
-#include "analyser/utf8.h"
+#include "plain_c/utf8.h"
 
 #include <gtest/gtest.h>
 

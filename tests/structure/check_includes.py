@@ -1,4 +1,4 @@
-"""Includes run one way: api <- catalogue <- analyser <- standards, and host -> api."""
+"""Includes run one way: api <- catalogue <- analyser <- standards <- plain_c, and host -> api."""
 import pathlib
 import re
 import sys
@@ -8,6 +8,7 @@ MAY_INCLUDE = {
     "catalogue": {"api", "catalogue"},
     "analyser": {"api", "catalogue", "analyser"},
     "standards": {"api", "catalogue", "analyser", "standards"},
+    "plain_c": {"api", "catalogue", "analyser", "standards", "plain_c"},
     "host": {"api", "host"},
 }
 

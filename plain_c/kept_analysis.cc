@@ -1,7 +1,7 @@
 // The analyser, its findings and those of the diagnosis stand on the stack. What is kept of them is
 // copied when its size is known, into a block that is as small as can be: the C library allocates
 // small blocks much quicker than one with room for everything.
-#include "analyser/kept_analysis.h"
+#include "plain_c/kept_analysis.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 #include "analyser/assignment.h"
 #include "analyser/audio_service_map_manager.h"
-#include "analyser/diagnosis.h"
 #include "analyser/scratch_list.h"
+#include "plain_c/diagnosis.h"
 
 namespace kestrel {
 

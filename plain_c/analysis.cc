@@ -7,15 +7,15 @@
 #include <string>
 #include <string_view>
 
-#include "analyser/c_request.h"
-#include "analyser/described_totals.h"
-#include "analyser/finding_text.h"
-#include "analyser/kept_analysis.h"
 #include "analyser/layout_description.h"
 #include "analyser/slots.h"
 #include "api/kestrel.h"
 #include "api/service_map_result.h"
-#include "catalogue/c_barrier.h"
+#include "plain_c/barrier.h"
+#include "plain_c/described_totals.h"
+#include "plain_c/finding_text.h"
+#include "plain_c/kept_analysis.h"
+#include "plain_c/request.h"
 
 // The functions of the interface are global; what they use is not.
 using namespace kestrel;

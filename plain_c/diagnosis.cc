@@ -1,4 +1,4 @@
-#include "analyser/diagnosis.h"
+#include "plain_c/diagnosis.h"
 
 #include <algorithm>
 #include <array>

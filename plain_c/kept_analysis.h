@@ -7,11 +7,11 @@
 #include <span>
 #include <string_view>
 
-#include "analyser/c_request.h"
 #include "analyser/file_tracks.h"
 #include "analyser/surround_labels.h"
 #include "api/catalogue_ids.h"
 #include "api/kestrel.h"
+#include "plain_c/request.h"
 
 namespace kestrel {
 

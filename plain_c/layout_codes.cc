@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "api/kestrel.h"
-#include "catalogue/c_barrier.h"
+#include "plain_c/barrier.h"
 #include "standards/layout_code.h"
 
 // The functions of the interface are global; what they use is not.

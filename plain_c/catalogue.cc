@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "api/kestrel.h"
-#include "catalogue/c_barrier.h"
 #include "catalogue/catalogue_tables.h"
 #include "catalogue/stream_names.h"
+#include "plain_c/barrier.h"
 
 namespace kestrel {
 

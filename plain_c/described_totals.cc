@@ -1,4 +1,4 @@
-#include "analyser/described_totals.h"
+#include "plain_c/described_totals.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,7 +5,7 @@
 //   C2..DF      1
 //   E0..EF      2             E0: A0..BF (no overlong form), ED: 80..9F (no surrogate)
 //   F0..F4      3             F0: 90..BF (no overlong form), F4: 80..8F (none past U+10FFFF)
-#include "analyser/utf8.h"
+#include "plain_c/utf8.h"
 
 #include <cstdint>
 #include <cstring>

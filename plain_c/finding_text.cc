@@ -6,7 +6,7 @@
 //   {element}  the element of the description, shortened where it is long
 //   {offset}   where it stands in the description, counted from 1
 //   {totals}   the totals that the description has entries for
-#include "analyser/finding_text.h"
+#include "plain_c/finding_text.h"
 
 #include <algorithm>
 #include <array>

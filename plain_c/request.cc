@@ -1,8 +1,8 @@
 // Each text is looked at once. Those of streams are a few characters of ASCII as a rule: then they
 // are through before the length of a text could be asked for.
-#include "analyser/c_request.h"
+#include "plain_c/request.h"
 
-#include "analyser/utf8.h"
+#include "plain_c/utf8.h"
 
 namespace kestrel {
 
