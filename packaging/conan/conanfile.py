@@ -11,7 +11,8 @@ from conan.tools.build import check_min_cppstd
 from conan.tools.cmake import CMake, CMakeDeps, CMakeToolchain, cmake_layout
 from conan.tools.files import copy, load
 
-PARTS = ["CMakeLists.txt", "analyser/*", "api/*", "catalogue/*", "cmake/*", "standards/*"]
+PARTS = ["CMakeLists.txt", "analyser/*", "api/*", "catalogue/*", "cmake/*", "plain_c/*",
+         "standards/*"]
 
 
 class KestrelConan(ConanFile):
