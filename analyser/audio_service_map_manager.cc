@@ -1,32 +1,53 @@
-// Construction of the analyser and the decision whether the expected services line up.
 #include "analyser/audio_service_map_manager.h"
+
+#include <string>
+#include <utility>
 
 #include "analyser/layout_description.h"
 
 namespace kestrel {
 
 AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescription,
-                                               std::wstring_view surroundChannelOrder,
-                                               bool allowTwoTrackStreams, StreamList streams,
-                                               bool reportAll, bool surroundCheck)
-    : fileTrackCount_(countFileTracks(streams)),
-      allowTwoTrackStreams_(allowTwoTrackStreams),
+                                               FileStreams streams, bool reportAll,
+                                               bool surroundCheck)
+    : memory_(streams.list.get_allocator().resource()),
+      hasStreams_(!streams.list.empty()),
       surroundCheck_(surroundCheck),
-      fileTracks_(streams) {
-  serviceList_ = findServiceList(layoutDescription, fileTrackCount_);
-  if (serviceList_.empty()) return;
-  readExpectedServices(serviceList_, reportAll, expectedServices_);
-  for (ExpectedService& service : expectedServices_.records())
-    if (service.streamType == k51Mix) service.label = surroundChannelOrder;
+      fileTrackCount_(countFileTracks(streams.list)),
+      expectedServices_(readExpectedServices(findServiceList(layoutDescription, fileTrackCount_),
+                                             reportAll, memory_)),
+      fileTracks_(std::move(streams)),
+      placement_{PlacedServices(memory_), {}},
+      disagreements_(memory_) {}
+
+Outcome AudioServiceMapManager::detectServices() {
+  if (!hasStreams_ || expectedServices_.empty()) return Outcome::kUntouched;
+  misalignment_ = findMisalignment(expectedServices_, fileTracks_);
+  if (misalignment_) return Outcome::kUntouched;
+  placement_ = placeServices(expectedServices_, fileTracks_, surroundCheck_, memory_);
+  disagreements_ = findDisagreements(placement_.services, fileTracks_, memory_);
+  return disagreements_.empty() ? Outcome::kFilled : Outcome::kEmptied;
 }
 
-AudioServiceMapManager::~AudioServiceMapManager() = default;
-
-std::int32_t AudioServiceMapManager::detectServices() {
-  if (streams().empty() || expectedServices().empty()) return 0;
-  fileTracks_.expand();
-  misalignment_ = findMisalignment(expectedServices(), fileTracks_);
-  return misalignment_ ? 0 : 1;
+std::vector<ServiceMapResult> AudioServiceMapManager::buildResults(
+    std::wstring_view surroundChannelOrder) const {
+  std::vector<ServiceMapResult> results;
+  results.reserve(placement_.services.size());
+  for (const PlacedService& placed : placement_.services) {
+    const ExpectedService& service = expectedServices_[static_cast<std::size_t>(placed.service)];
+    ServiceMapResult& record = results.emplace_back();
+    fillSlots(placed, fileTracks_, record.slots);
+    record.trackCount = placed.trackCount;
+    record.reported = service.reported ? 1 : 0;
+    record.isEmca = service.isEmca ? 1 : 0;
+    record.requested = service.requested ? 1 : 0;
+    if (placed.takesHostsOrder) record.label = surroundChannelOrder;
+    if (placed.labels) {
+      const auto text = textOf(*placed.labels);
+      record.label = std::wstring(text.begin(), text.end());
+    }
+  }
+  return results;
 }
 
 }  // namespace kestrel

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
+#include <vector>
 
-#include "analyser/scratch_array.h"
 #include "analyser/track_number_counter.h"
 #include "api/catalogue_ids.h"
 
@@ -12,12 +13,12 @@ namespace kestrel {
 
 /// One element of the chosen entry.
 struct ExpectedService {
-  std::wstring_view label;       // the surround channel order for a 5.1 Mix, else empty
+  std::string_view element;      // as it is written, a leading "-" included
   std::int32_t trackCount = -1;  // tracks that it occupies; -1 for an unknown name
   std::int32_t firstTrack = -1;  // its first track number; the others follow
   StreamType streamType = kUnknown;
   bool reported = false;
-  bool requested = false;  // meaningful with reportAll only, else false
+  bool requested = false;  // false unless reportAll is set
   bool isEmca = false;
 
   /// Track number of the service's i-th track; -1 for an i outside 0 .. trackCount - 1.
@@ -27,11 +28,11 @@ struct ExpectedService {
   }
 };
 
-using ExpectedServices = ScratchArray<ExpectedService, 32>;
+using ExpectedServices = std::pmr::vector<ExpectedService>;
 
-/// Fills `services` from the service list of an entry, in the order of the text. Services of known
-/// names take their track numbers from the process-wide counter. Raises std::bad_alloc before any
-/// number is taken.
-void readExpectedServices(std::string_view serviceList, bool reportAll, ExpectedServices& services);
+/// The services of a service list, in the order of the text. Those of known names take their track
+/// numbers from the process-wide counter. Raises std::bad_alloc, before any number is taken.
+ExpectedServices readExpectedServices(std::string_view serviceList, bool reportAll,
+                                      std::pmr::memory_resource* memory);
 
 }  // namespace kestrel

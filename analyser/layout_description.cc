@@ -16,22 +16,15 @@
 #include <cstddef>
 
 #include "catalogue/catalogue_tables.h"
-#include "catalogue/packed_name.h"
 
 namespace kestrel {
 
 namespace {
 
-constexpr auto kListCharacters = [] {
-  std::array<bool, 256> allowed{};
-  for (std::size_t c = 'a'; c <= 'z'; ++c) allowed[c] = true;
-  for (std::size_t c = 'A'; c <= 'Z'; ++c) allowed[c] = true;
-  for (const char c : {'5', '1', '7', ',', '-', '.', ' '})
-    allowed[static_cast<unsigned char>(c)] = true;
-  return allowed;
-}();
-
-bool isListCharacter(char c) { return kListCharacters[static_cast<unsigned char>(c)]; }
+bool isListCharacter(char c) {
+  if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) return true;
+  return std::string_view("157,-. ").find(c) != std::string_view::npos;
+}
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -52,46 +45,32 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   return total;
 }
 
-// The service names of a description. "EMCA" stands for a pair that carries Dolby E or its like.
+// The names that a description knows. "EMCA" stands for a pair that carries Dolby E or its like.
 struct ServiceName {
-  PackedName name;
+  std::string_view name;
   StreamType service;
 };
 
-consteval ServiceName named(StreamType type) { return {pack(StreamTypeNames.at(type)), type}; }
+constexpr ServiceName named(StreamType type) { return {StreamTypeNames.at(type), type}; }
 
-constexpr std::array<ServiceName, 5> kServiceNames = {
-    named(kMono), named(kStereo), named(k51Mix), named(k71Mix), ServiceName{pack("EMCA"), kEmca}};
+constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStereo), named(k51Mix),
+                                                      named(k71Mix), ServiceName{"EMCA", kEmca}};
 
-static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
-  return name.size() <= PackedName::kLongest;
-}));
-
-constexpr auto kTracks = [] {
-  std::array<std::int32_t, kUnknown + 1> tracks{};
-  std::ranges::copy(StreamTypeWidths, tracks.begin());
-  tracks[kEmca] = StreamTypeWidths.at(kDolbyE);
-  tracks[kUnknown] = -1;
-  return tracks;
-}();
-
-StreamType serviceCalled(PackedName name, std::size_t length) {
-  if (length > PackedName::kLongest) return kUnknown;
-  for (const ServiceName& known : kServiceNames)
-    if (known.name == name) return known.service;
-  return kUnknown;
+// Whether an element is written with this name. After a leading "-" every "-" is passed over.
+bool isCalled(std::string_view element, std::string_view name) {
+  const bool passHyphens = isSilent(element);
+  for (const char c : element) {
+    if (passHyphens && c == '-') continue;
+    if (!name.starts_with(c)) return false;
+    name.remove_prefix(1);
+  }
+  return name.empty();
 }
 
-// The service that an element names whose every "-" is passed over.
-StreamType serviceWithoutHyphens(std::string_view element) {
-  PackedName name;
-  std::size_t length = 0;
-  for (const char c : element) {
-    if (c == '-') continue;
-    name.append(c);
-    ++length;
-  }
-  return serviceCalled(name, length);
+StreamType serviceCalled(std::string_view element) {
+  for (const ServiceName& known : kServiceNames)
+    if (isCalled(element, known.name)) return known.service;
+  return kUnknown;
 }
 
 }  // namespace
@@ -120,18 +99,14 @@ std::string_view findServiceList(std::string_view description, std::uint32_t tra
 
 std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept {
   if (serviceList.empty()) return std::nullopt;
-  PackedName name;
-  std::size_t length = 0;
-  for (; length < serviceList.size() && serviceList[length] != ','; ++length)
-    name.append(serviceList[length]);
-  const std::string_view text = serviceList.substr(0, length);
-  serviceList.remove_prefix(std::min(length + 1, serviceList.size()));
-  return LayoutElement{text,
-                       isSilent(text) ? serviceWithoutHyphens(text) : serviceCalled(name, length)};
+  const std::string_view element = serviceList.substr(0, serviceList.find(','));
+  serviceList.remove_prefix(std::min(element.size() + 1, serviceList.size()));
+  return LayoutElement{element, serviceCalled(element)};
 }
 
 std::int32_t tracksOf(StreamType service) noexcept {
-  return kTracks[static_cast<std::size_t>(service)];
+  if (service == kUnknown) return -1;
+  return StreamTypeWidths.at(service == kEmca ? kDolbyE : service);
 }
 
 }  // namespace kestrel

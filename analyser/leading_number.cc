@@ -1,6 +1,5 @@
 // Digits are gathered below zero, because the negative range of 64 bits is the larger one: so the
-// smallest number needs no case of its own. The first digits, which are all in nearly every text,
-// cannot leave the range and are not checked for that.
+// smallest number needs no case of its own.
 #include "analyser/leading_number.h"
 
 #include <limits>
@@ -10,7 +9,6 @@ namespace kestrel {
 namespace {
 
 constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
-constexpr int kSafeDigits = std::numeric_limits<std::int64_t>::digits10;
 
 template <class Char>
 bool isSpace(Char c) {
@@ -26,12 +24,9 @@ bool isDigit(Char c) {
 template <class Char>
 std::int64_t negatedDigits(const Char* text) {
   std::int64_t value = 0;
-  const Char* const safeEnd = text + kSafeDigits;
   for (; isDigit(*text); ++text) {
     const std::int64_t digit = *text - '0';
-    if (text >= safeEnd &&
-        (value < kLowest / 10 || (value == kLowest / 10 && digit > -(kLowest % 10))))
-      return kLowest;
+    if (value < (kLowest + digit) / 10) return kLowest;
     value = value * 10 - digit;
   }
   return value;

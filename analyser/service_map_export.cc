@@ -1,28 +1,31 @@
 // The exported entry point of the analyser.
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
+#include "analyser/call_memory.h"
 #include "api/service_map.h"
 #include "catalogue/host_text.h"
 
 namespace kestrel {
 
 std::int32_t getServiceMap(const char* layoutDescription, const wchar_t* surroundChannelOrder,
-                           std::int32_t allowTwoTrackStreams, const AudioStreamInfo* streams,
+                           std::int32_t /*allowTwoTrackStreams*/, const AudioStreamInfo* streams,
                            std::int32_t streamCount, std::vector<ServiceMapResult>* results,
                            std::uint8_t reportAll, std::uint8_t surroundCheck) {
   if (results == nullptr) return 0;
-  AudioServiceMapManager manager(viewOf(layoutDescription), viewOf(surroundChannelOrder),
-                                 (allowTwoTrackStreams & 0xFF) != 0, streams, streamCount,
-                                 reportAll != 0, surroundCheck != 0);
-  if (manager.detectServices() == 0) return 0;
-  std::vector<ServiceMapResult> found;
-  std::int32_t status = 0;  // no failure
-  manager.buildResults(found, status);
-  *results = std::move(found);  // releases what the host's vector held
-  return status == NO_SERVICE_MAP_ITEM ? 0 : 1;
+  CallMemory memory;
+  AudioServiceMapManager manager(
+      viewOf(layoutDescription),
+      readStreams(streamSpan(streams, streamCount), surroundCheck != 0, memory.resource()),
+      reportAll != 0, surroundCheck != 0);
+  const Outcome outcome = manager.detectServices();
+  if (outcome == Outcome::kUntouched) return 0;
+  const bool filled = outcome == Outcome::kFilled;
+  // Releases what the host's vector held, its storage too.
+  *results =
+      filled ? manager.buildResults(viewOf(surroundChannelOrder)) : std::vector<ServiceMapResult>();
+  return filled ? 1 : 0;
 }
 
 }  // namespace kestrel

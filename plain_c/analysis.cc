@@ -1,14 +1,9 @@
-// The analysis part of the plain C interface. A request is given to the same analyser as the
-// records of the C++ interface, so that both always come to the same verdict. Services are written
-// out as records when the host asks for them.
-#include <algorithm>
+// The analysis part of the plain C interface.
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
-#include <string_view>
+#include <new>
 
-#include "analyser/layout_description.h"
-#include "analyser/slots.h"
 #include "api/kestrel.h"
 #include "api/service_map_result.h"
 #include "plain_c/barrier.h"
@@ -27,29 +22,22 @@ static_assert(sizeof(KestrelStream) == 48 && sizeof(KestrelRequest) == 40);
 static_assert(sizeof(KestrelTrack) == sizeof(TrackSlot) && sizeof(KestrelService) == 800);
 static_assert(sizeof(KestrelFinding) == 64);
 
-void tell(const BadText& bad, std::size_t* badByte, std::int32_t* badStream) {
-  if (badByte != nullptr) *badByte = bad.byte;
-  if (badStream != nullptr) *badStream = bad.stream;
+void tell(const RefusedRequest& refused, std::size_t* badByte, std::int32_t* badStream) {
+  if (badByte != nullptr) *badByte = refused.badByte;
+  if (badStream != nullptr) *badStream = refused.badStream;
 }
 
-template <class List>
-bool contains(const List& list, std::int32_t index) {
-  return index >= 0 && static_cast<std::size_t>(index) < list.size();
+// The element of a list that a host asks for; nullptr if there is none.
+template <class T>
+const T* elementOf(const std::vector<T>& list, std::int32_t index) {
+  const bool exists = index >= 0 && static_cast<std::size_t>(index) < list.size();
+  return exists ? &list[static_cast<std::size_t>(index)] : nullptr;
 }
 
-KestrelService writtenOut(const KestrelAnalysis& analysis, const KeptService& service) {
-  KestrelService record{};
-  record.trackCount = service.trackCount;
-  record.serviceIndex = service.index;
-  record.streamType = service.streamType;
-  record.reported = 1;  // the walk passes the others by
-  record.isEmca = service.isEmca ? 1 : 0;
-  record.requested = service.requested ? 1 : 0;
-  record.label = service.derivedLabel.data();
-  if (service.derivedLabel[0] == '\0' && service.streamType == k51Mix)
-    record.label = analysis.surroundChannelOrder.data();
-  std::ranges::fill(record.slots, KestrelTrack{-1, -1, -1, -1, -1});
-  fillSlots(service, analysis.tracks, record.slots);
+KestrelService labelled(const KestrelAnalysis& analysis, const KeptService& service) {
+  KestrelService record = service.record;
+  record.label =
+      service.takesHostsOrder ? analysis.surroundChannelOrder.c_str() : service.derivedLabel.data();
   return record;
 }
 
@@ -62,16 +50,16 @@ KestrelStatus kestrelAnalyse(const KestrelRequest* request, KestrelAnalysis** an
   if (request == nullptr) return KESTREL_NULL_ARGUMENT;
   return guarded([=] {
     try {
-      *analysis = makeAnalysis(CheckedRequest(*request));
+      *analysis = makeAnalysis(*request);
       return KESTREL_OK;
     } catch (const RefusedRequest& refused) {
-      if (refused.status == KESTREL_BAD_TEXT) tell(refused.badText, badByte, badStream);
+      if (refused.status == KESTREL_BAD_TEXT) tell(refused, badByte, badStream);
       return refused.status;
     }
   });
 }
 
-void kestrelFreeAnalysis(KestrelAnalysis* analysis) { freeAnalysis(analysis); }
+void kestrelFreeAnalysis(KestrelAnalysis* analysis) { delete analysis; }
 
 KestrelStatus kestrelOutcome(const KestrelAnalysis* analysis, int32_t* outcome,
                              uint32_t* trackTotal) {
@@ -90,9 +78,8 @@ KestrelStatus kestrelServiceCount(const KestrelAnalysis* analysis, int32_t* coun
 KestrelStatus kestrelGetService(const KestrelAnalysis* analysis, int32_t index,
                                 KestrelService* service) {
   if (anyNull(analysis, service)) return KESTREL_NULL_ARGUMENT;
-  if (!contains(analysis->services, index)) return KESTREL_BAD_INDEX;
-  return copyOut(writtenOut(*analysis, analysis->services[static_cast<std::size_t>(index)]),
-                 *service);
+  const KeptService* const kept = elementOf(analysis->services, index);
+  return kept == nullptr ? KESTREL_BAD_INDEX : copyOut(labelled(*analysis, *kept), *service);
 }
 
 KestrelStatus kestrelFindingCount(const KestrelAnalysis* analysis, int32_t* count) {
@@ -104,22 +91,16 @@ KestrelStatus kestrelFindingCount(const KestrelAnalysis* analysis, int32_t* coun
 KestrelStatus kestrelGetFinding(const KestrelAnalysis* analysis, int32_t index,
                                 KestrelFinding* finding) {
   if (anyNull(analysis, finding)) return KESTREL_NULL_ARGUMENT;
-  if (!contains(analysis->findings, index)) return KESTREL_BAD_INDEX;
-  return copyOut(analysis->findings[static_cast<std::size_t>(index)], *finding);
+  const KestrelFinding* const kept = elementOf(analysis->findings, index);
+  return kept == nullptr ? KESTREL_BAD_INDEX : copyOut(*kept, *finding);
 }
 
 KestrelStatus kestrelFindingText(const KestrelAnalysis* analysis, int32_t index, char* text,
                                  size_t capacity, size_t* needed) {
   if (analysis == nullptr) return KESTREL_NULL_ARGUMENT;
-  if (!contains(analysis->findings, index)) return KESTREL_BAD_INDEX;
-  return guarded([=] {
-    const std::string totals = DescribedTotals(analysis->layoutDescription).spoken();
-    const std::string_view list =
-        findServiceList(analysis->layoutDescription, analysis->trackTotal);
-    const std::string sentence = findingText(analysis->findings[static_cast<std::size_t>(index)],
-                                             {analysis->layoutDescription, list, totals});
-    return copyOut(sentence, text, capacity, needed);
-  });
+  const KestrelFinding* const finding = elementOf(analysis->findings, index);
+  if (finding == nullptr) return KESTREL_BAD_INDEX;
+  return guarded([=] { return copyOut(findingText(*finding, *analysis), text, capacity, needed); });
 }
 
 KestrelStatus kestrelDescribedTotals(const KestrelAnalysis* analysis, int32_t* totals,

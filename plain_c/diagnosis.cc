@@ -1,14 +1,11 @@
 #include "plain_c/diagnosis.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <utility>
+#include <span>
 
-#include "analyser/layout_description.h"
-#include "analyser/neighbours.h"
 #include "analyser/surround_labels.h"
 #include "api/service_map_result.h"
 
@@ -16,197 +13,224 @@ namespace kestrel {
 
 namespace {
 
+static_assert(KESTREL_KEY2_DIFFERS == KESTREL_KEY1_DIFFERS + 1);
+static_assert(KESTREL_KEY3_DIFFERS == KESTREL_KEY1_DIFFERS + 2);
+
+constexpr std::int32_t kNone = -1;
 constexpr std::int32_t kFirstRemark = 100;
 
-// Tracks from the cursor to the end of the file.
-std::int64_t tracksFrom(const FileTracks& tracks, TrackCursor at) {
-  std::int64_t count = 0;
-  for (; !tracks.atEnd(at); at = at.nextStream()) count += tracks.restOfStream(at);
-  return count;
+// The findings so far. Those of each list are added in the order of the services.
+class FindingList {
+ public:
+  FindingList(const FileTracks& tracks, std::pmr::memory_resource* memory)
+      : tracks_(tracks), errors_(memory), remarks_(memory) {}
+
+  KestrelFinding& add(std::int32_t code, std::int32_t service) {
+    KestrelFinding finding{};
+    finding.code = code;
+    finding.service = service;
+    finding.slot = finding.stream = kNone;
+    finding.track = finding.textOffset = finding.textLength = kNone;
+    return (code < kFirstRemark ? errors_ : remarks_).emplace_back(finding);
+  }
+
+  KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int32_t slot,
+                        TrackCursor at) {
+    KestrelFinding& finding = add(code, service);
+    finding.slot = slot;
+    finding.stream = tracks_.stream(at).index;
+    finding.track = tracks_.stream(at).trackNumber;
+    return finding;
+  }
+
+  std::vector<KestrelFinding> all() const {
+    std::vector<KestrelFinding> all;
+    all.reserve(errors_.size() + remarks_.size());
+    all.insert(all.end(), errors_.begin(), errors_.end());
+    all.insert(all.end(), remarks_.begin(), remarks_.end());
+    return all;
+  }
+
+ private:
+  const FileTracks& tracks_;
+  std::pmr::vector<KestrelFinding> errors_;
+  std::pmr::vector<KestrelFinding> remarks_;
+};
+
+class Diagnosis {
+ public:
+  Diagnosis(const AudioServiceMapManager& analyser, const DiagnosedRequest& request,
+            std::pmr::memory_resource* memory);
+
+  void explainUntouched();
+  void explainDisagreements();
+  void explainServices(Outcome outcome);
+  void explainRest();
+
+  std::vector<KestrelFinding> findings() const { return findings_.all(); }
+
+ private:
+  void addTooFewTracks(std::int32_t service, std::int32_t found);
+  void addWithoutTrack(std::int32_t service);
+  void explainElement(std::int32_t service);
+  void explainPlaced(const PlacedService& placed);
+  void explainOrder(const PlacedService& placed);
+  void explainLabels(const PlacedService& placed);
+
+  const ExpectedService& expected(std::int32_t service) const {
+    return analyser_.expectedServices()[static_cast<std::size_t>(service)];
+  }
+
+  const AudioServiceMapManager& analyser_;
+  const FileTracks& tracks_;
+  DiagnosedRequest request_;
+  std::optional<SurroundOrder> hostsOrder_;  // if it has all six labels
+  FindingList findings_;
+};
+
+Diagnosis::Diagnosis(const AudioServiceMapManager& analyser, const DiagnosedRequest& request,
+                     std::pmr::memory_resource* memory)
+    : analyser_(analyser),
+      tracks_(analyser.fileTracks()),
+      request_(request),
+      findings_(tracks_, memory) {
+  SurroundLabels labels(memory);
+  appendLabels(request.surroundChannelOrder, labels);
+  hostsOrder_ = checkSurroundLabels(labels);
+}
+
+void Diagnosis::addTooFewTracks(std::int32_t service, std::int32_t found) {
+  KestrelFinding& finding = findings_.add(KESTREL_TOO_FEW_TRACKS, service);
+  finding.slot = found;
+  finding.first = expected(service).trackCount;
+  finding.second = found;
+}
+
+void Diagnosis::addWithoutTrack(std::int32_t service) {
+  findings_.add(KESTREL_SERVICE_WITHOUT_TRACK, service).first = expected(service).trackCount;
+}
+
+void Diagnosis::explainUntouched() {
+  if (!analyser_.hasStreams()) {
+    findings_.add(KESTREL_NO_STREAMS, kNone);
+  } else if (analyser_.expectedServices().empty()) {
+    findings_.add(KESTREL_NO_ENTRY, kNone).first = analyser_.fileTrackCount();
+  } else {
+    const Misalignment& misalignment = *analyser_.misalignment();
+    if (tracks_.atEnd(misalignment.at)) {
+      addTooFewTracks(misalignment.service, misalignment.slot);
+    } else {
+      const bool pairCoded = tracks_.stream(misalignment.at).isPairCoded != 0;
+      findings_.addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK,
+                      misalignment.service, misalignment.slot, misalignment.at);
+    }
+  }
+}
+
+void Diagnosis::explainDisagreements() {
+  for (const Disagreement& disagreement : analyser_.disagreements()) {
+    if (tracks_.atEnd(disagreement.right)) {
+      addTooFewTracks(disagreement.service, disagreement.slot);
+      continue;
+    }
+    const FormatKeys& left = tracks_.stream(disagreement.left).formatKeys;
+    const FormatKeys& right = tracks_.stream(disagreement.right).formatKeys;
+    for (std::size_t key = 0; key < left.size(); ++key) {
+      if (left[key] == right[key]) continue;
+      KestrelFinding& finding =
+          findings_.addAt(KESTREL_KEY1_DIFFERS + static_cast<std::int32_t>(key),
+                          disagreement.service, disagreement.slot, disagreement.right);
+      finding.first = left[key];
+      finding.second = right[key];
+    }
+  }
+}
+
+// A pair-coded service that meets no pair-coded track when its turn comes has no place.
+void Diagnosis::explainServices(Outcome outcome) {
+  const std::span<const PlacedService> placed = analyser_.placement().services;
+  const auto count = static_cast<std::int32_t>(analyser_.expectedServices().size());
+  std::size_t next = 0;
+  for (std::int32_t service = 0; service < count; ++service) {
+    explainElement(service);
+    if (outcome == Outcome::kUntouched || !expected(service).reported) continue;
+    const std::size_t first = next;
+    for (; next < placed.size() && placed[next].service == service; ++next)
+      explainPlaced(placed[next]);
+    if (next == first) addWithoutTrack(service);
+  }
+}
+
+void Diagnosis::explainElement(std::int32_t service) {
+  if (expected(service).streamType != kUnknown) return;
+  const std::string_view element = expected(service).element;
+  KestrelFinding& finding =
+      findings_.add(element.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE, service);
+  finding.textOffset = element.data() - request_.layoutDescription.data();
+  finding.textLength = std::ssize(element);
+}
+
+void Diagnosis::explainPlaced(const PlacedService& placed) {
+  if (placed.trackCount == 1 && placed.found == 0) addWithoutTrack(placed.service);
+  if (placed.given > placed.found) {
+    KestrelFinding& run =
+        findings_.addAt(KESTREL_RUN_TOO_LONG, placed.service, kNone, placed.first);
+    run.first = kSlotCount;
+    run.second = placed.given;
+  }
+  if (!request_.surroundCheck || expected(placed.service).streamType != k51Mix) return;
+  placed.labels ? explainOrder(placed) : explainLabels(placed);
+}
+
+void Diagnosis::explainOrder(const PlacedService& placed) {
+  if (!hostsOrder_ || hostsOrder_ == placed.labels) return;
+  TrackCursor at = placed.first;
+  std::int32_t slot = 0;
+  for (; (*placed.labels)[static_cast<std::size_t>(slot)] ==
+         (*hostsOrder_)[static_cast<std::size_t>(slot)];
+       ++slot)
+    tracks_.pass(at, 1);
+  findings_.addAt(KESTREL_LABELS_REORDERED, placed.service, slot, at);
+}
+
+void Diagnosis::explainLabels(const PlacedService& placed) {
+  std::array<std::int32_t, kSurroundLabels.size()> firstSlot{};
+  firstSlot.fill(kNone);
+  TrackCursor at = placed.first;
+  for (std::int32_t slot = 0; slot < placed.found; ++slot, tracks_.pass(at, 1)) {
+    const SurroundLabel label = tracks_.label(at);
+    if (label == kNoLabel) {
+      findings_.addAt(KESTREL_LABEL_MISSING, placed.service, slot, at);
+    } else if (label == kOtherLabel) {
+      findings_.addAt(KESTREL_LABEL_UNKNOWN, placed.service, slot, at);
+    } else if (std::int32_t& first = firstSlot[static_cast<std::size_t>(label)]; first == kNone) {
+      first = slot;
+    } else {
+      findings_.addAt(KESTREL_LABEL_DOUBLED, placed.service, slot, at).first = first;
+    }
+  }
+}
+
+void Diagnosis::explainRest() {
+  const TrackCursor end = analyser_.placement().end;
+  if (tracks_.atEnd(end)) return;
+  const std::int64_t all = tracks_.countFrom({});
+  KestrelFinding& rest = findings_.addAt(KESTREL_TRACKS_LEFT_OVER, kNone, kNone, end);
+  rest.first = all - tracks_.countFrom(end);
+  rest.second = all;
 }
 
 }  // namespace
 
-Diagnosis::Findings& Diagnosis::listOf(std::int32_t code) {
-  if (code < kFirstRemark) return errors_;
-  if (code == KESTREL_UNKNOWN_SERVICE || code == KESTREL_EMPTY_ELEMENT) return elements_;
-  return remarks_;
-}
-
-KestrelFinding& Diagnosis::add(std::int32_t code) {
-  KestrelFinding& finding = listOf(code).append();
-  finding = {};
-  finding.code = code;
-  finding.service = finding.slot = finding.stream = -1;
-  finding.track = finding.textOffset = finding.textLength = -1;
-  return finding;
-}
-
-KestrelFinding& Diagnosis::addAt(std::int32_t code, std::int32_t service, std::int64_t slot,
-                                 TrackCursor track) {
-  KestrelFinding& finding = add(code);
-  finding.service = service;
-  finding.slot = static_cast<std::int32_t>(slot);
-  const StreamTracks& tracks = analyser_.fileTracks().tracks(track);
-  finding.stream = tracks.stream;
-  finding.track = tracks.trackNumber;
-  return finding;
-}
-
-std::int32_t Diagnosis::indexOf(const ExpectedService& service) const {
-  return static_cast<std::int32_t>(&service - analyser_.expectedServices().data());
-}
-
-void Diagnosis::explainDetection() {
-  if (analyser_.streams().empty()) {
-    add(KESTREL_NO_STREAMS);
-  } else if (analyser_.expectedServices().empty()) {
-    add(KESTREL_NO_ENTRY).first = analyser_.fileTrackCount();
-  } else {
-    explainMisalignment(*analyser_.misalignment());
-  }
-}
-
-void Diagnosis::explainMisalignment(const Misalignment& misalignment) {
-  const FileTracks& tracks = analyser_.fileTracks();
-  const auto service = static_cast<std::int32_t>(misalignment.service);
-  if (!tracks.atEnd(misalignment.at)) {
-    const bool pairCoded = tracks.tracks(misalignment.at).isPairCoded != 0;
-    addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK, service, misalignment.slot,
-          misalignment.at);
-    return;
-  }
-  KestrelFinding& finding = add(KESTREL_TOO_FEW_TRACKS);
-  finding.service = service;
-  finding.slot = misalignment.slot;
-  finding.first = analyser_.expectedServices()[misalignment.service].trackCount;
-  finding.second = misalignment.slot;
-}
-
-bool Diagnosis::explainFinding(const ServiceFinding& finding) {
-  const std::int32_t service = indexOf(*finding.service);
-  const std::size_t errorsBefore = errors_.records().size();
-  explainSkipped(service);
-  if (finding.trackCount == 1 && finding.found == 0) addWithoutTrack(service);
-  explainNeighbours(finding, service);
-  if (finding.given > finding.found) {
-    KestrelFinding& run = addAt(KESTREL_RUN_TOO_LONG, service, -1, finding.first);
-    run.first = kSlotCount;
-    run.second = finding.given;
-  }
-  if (surroundCheck_ && finding.service->streamType == k51Mix) explainLabels(finding, service);
-  return errors_.records().size() == errorsBefore;
-}
-
-void Diagnosis::explainNeighbours(const ServiceFinding& finding, std::int32_t service) {
-  const FileTracks& tracks = analyser_.fileTracks();
-  for (DisagreementWalk walk(finding, tracks); walk.next();) {
-    const StreamTracks& left = tracks.tracks(walk.left());
-    const StreamTracks& right = tracks.tracks(walk.right());
-    const auto compare = [&](std::int32_t code, std::int32_t first, std::int32_t second) {
-      if (first == second) return;
-      KestrelFinding& difference = addAt(code, service, walk.slot(), walk.right());
-      difference.first = first;
-      difference.second = second;
-    };
-    compare(KESTREL_KEY1_DIFFERS, left.formatKey1, right.formatKey1);
-    compare(KESTREL_KEY2_DIFFERS, left.formatKey2, right.formatKey2);
-    compare(KESTREL_KEY3_DIFFERS, left.formatKey3, right.formatKey3);
-  }
-  if (!lacksNeighbours(finding)) return;
-  KestrelFinding& missing = add(KESTREL_TOO_FEW_TRACKS);
-  missing.service = service;
-  missing.slot = finding.found;
-  missing.first = finding.trackCount;
-  missing.second = finding.found;
-}
-
-const std::optional<SurroundOrder>& Diagnosis::channelOrder() {
-  if (!std::exchange(channelOrderIsRead_, true))
-    channelOrder_ = surroundOrderOf(surroundChannelOrder_);
-  return channelOrder_;
-}
-
-// Labels are looked at one by one; their order only when they make a full set.
-void Diagnosis::explainLabels(const ServiceFinding& finding, std::int32_t service) {
-  const std::optional<SurroundOrder>& order = channelOrder();
-  if (finding.labels && (!order || order == finding.labels)) return;
-  const FileTracks& tracks = analyser_.fileTracks();
-  std::array<std::int32_t, kSurroundLabelCount> firstSlot{};
-  firstSlot.fill(-1);
-  std::optional<std::pair<std::int32_t, TrackCursor>> reordered;
-  SurroundLabelReader reader(tracks);
-  TrackCursor at = finding.first;
-  for (std::int32_t slot = 0; slot < finding.found; ++slot, at = tracks.advance(at, 1)) {
-    const SurroundLabel label = reader.labelOf(at);
-    if (label == kNoLabel) {
-      addAt(KESTREL_LABEL_MISSING, service, slot, at);
-    } else if (label == kOtherLabel) {
-      addAt(KESTREL_LABEL_UNKNOWN, service, slot, at);
-    } else if (std::int32_t& first = firstSlot[static_cast<std::size_t>(label)]; first >= 0) {
-      addAt(KESTREL_LABEL_DOUBLED, service, slot, at).first = first;
-    } else {
-      first = slot;
-      if (!reordered && order && label != (*order)[static_cast<std::size_t>(slot)])
-        reordered.emplace(slot, at);
-    }
-  }
-  if (finding.labels) addAt(KESTREL_LABELS_REORDERED, service, reordered->first, reordered->second);
-}
-
-// An EMCA service that meets no pair-coded track where the walk has come to yields no finding.
-void Diagnosis::explainSkipped(std::int32_t end) {
-  for (; nextService_ < end; ++nextService_) {
-    const ExpectedService& service =
-        analyser_.expectedServices()[static_cast<std::size_t>(nextService_)];
-    if (service.isEmca && service.reported) addWithoutTrack(nextService_);
-  }
-  nextService_ = std::max(nextService_, end + 1);
-}
-
-void Diagnosis::addWithoutTrack(std::int32_t service) {
-  KestrelFinding& finding = add(KESTREL_SERVICE_WITHOUT_TRACK);
-  finding.service = service;
-  finding.first = analyser_.expectedServices()[static_cast<std::size_t>(service)].trackCount;
-}
-
-void Diagnosis::explainRest(TrackCursor firstLeftOver) {
-  explainSkipped(static_cast<std::int32_t>(analyser_.expectedServices().size()));
-  const FileTracks& tracks = analyser_.fileTracks();
-  if (tracks.atEnd(firstLeftOver)) return;
-  const std::int64_t all = tracksFrom(tracks, {});
-  KestrelFinding& rest = addAt(KESTREL_TRACKS_LEFT_OVER, -1, -1, firstLeftOver);
-  rest.first = all - tracksFrom(tracks, firstLeftOver);
-  rest.second = all;
-}
-
-void Diagnosis::explainElements() {
-  const auto services = analyser_.expectedServices();
-  // Read again only if there is something to say.
-  if (std::ranges::find(services, kUnknown, &ExpectedService::streamType) == services.end()) return;
-  std::string_view list = analyser_.serviceList();
-  for (std::int32_t service = 0; const auto element = takeElement(list); ++service) {
-    if (element->service != kUnknown) continue;
-    KestrelFinding& finding =
-        add(element->text.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE);
-    finding.service = service;
-    finding.textOffset = element->text.data() - layoutDescription_.data();
-    finding.textLength = std::ssize(element->text);
-  }
-}
-
-std::size_t Diagnosis::findingCount() const {
-  return errors_.records().size() + elements_.records().size() + remarks_.records().size();
-}
-
-void Diagnosis::writeFindings(KestrelFinding* out) const {
-  const auto errors = errors_.records();
-  out = std::copy(errors.begin(), errors.end(), out);
-  // No service, -1, is the largest of these numbers.
-  const auto service = [](const KestrelFinding& finding) {
-    return static_cast<std::uint32_t>(finding.service);
-  };
-  std::ranges::merge(elements_.records(), remarks_.records(), out, {}, service, service);
+std::vector<KestrelFinding> diagnose(const AudioServiceMapManager& analyser, Outcome outcome,
+                                     const DiagnosedRequest& request,
+                                     std::pmr::memory_resource* memory) {
+  Diagnosis diagnosis(analyser, request, memory);
+  if (outcome == Outcome::kUntouched) diagnosis.explainUntouched();
+  diagnosis.explainDisagreements();
+  diagnosis.explainServices(outcome);
+  if (outcome != Outcome::kUntouched) diagnosis.explainRest();
+  return diagnosis.findings();
 }
 
 }  // namespace kestrel

@@ -1,4 +1,4 @@
-// Each code has one template. Words in braces stand for what the finding and its context say:
+// Each code has one template. Words in braces stand for what the finding and its analysis say:
 //
 //   {service}  "service 2 (Stereo)"       {slot}   the slot, counted from 1
 //   {track}    the track number           {stream} the stream, counted from 1
@@ -14,6 +14,7 @@
 #include <cstdint>
 
 #include "analyser/layout_description.h"
+#include "plain_c/described_totals.h"
 
 namespace kestrel {
 
@@ -74,58 +75,60 @@ constexpr std::array<FindingTemplate, 17> kTemplates = {{
      "occupy."},
 }};
 
-// The element of the service list with an index.
-std::string_view elementAt(std::string_view serviceList, std::int32_t index) {
-  auto element = takeElement(serviceList);
-  for (std::int32_t i = 0; i < index; ++i) element = takeElement(serviceList);
-  return element.value_or(LayoutElement{}).text;
-}
-
 std::string shortened(std::string_view element) {
   constexpr std::size_t kLongest = 40;
-  std::string text;
-  text.append(element.data(), std::min(element.size(), kLongest));
+  std::string text(element.substr(0, kLongest));
   if (element.size() > kLongest) text += "...";
   return text;
 }
 
-std::string serviceText(const KestrelFinding& finding, const FindingContext& context) {
-  std::string_view name = elementAt(context.serviceList, finding.service);
+std::string_view elementOf(const KestrelFinding& finding, const KestrelAnalysis& analysis) {
+  return analysis.elements[static_cast<std::size_t>(finding.service)];
+}
+
+std::string serviceText(const KestrelFinding& finding, const KestrelAnalysis& analysis) {
+  std::string_view name = elementOf(finding, analysis);
   if (isSilent(name)) name.remove_prefix(1);
   const std::string number = "service " + std::to_string(finding.service + 1);
   return name.empty() ? number : number + " (" + shortened(name) + ")";
 }
 
-std::string valueOf(std::string_view word, const KestrelFinding& finding,
-                    const FindingContext& context) {
-  if (word == "service") return serviceText(finding, context);
-  if (word == "slot") return std::to_string(finding.slot + 1);
-  if (word == "track") return std::to_string(finding.track);
-  if (word == "stream") return std::to_string(finding.stream + 1);
-  if (word == "first") return std::to_string(finding.first);
-  if (word == "second") return std::to_string(finding.second);
-  if (word == "firstSlot") return std::to_string(finding.first + 1);
-  if (word == "offset") return std::to_string(finding.textOffset + 1);
-  if (word == "totals") return std::string(context.totals);
-  return '"' + shortened(elementAt(context.serviceList, finding.service)) + '"';
-}
+using Finding = const KestrelFinding&;
+using Analysis = const KestrelAnalysis&;
+
+struct Word {
+  std::string_view name;
+  std::string (*text)(Finding, Analysis);
+};
+
+constexpr std::array<Word, 10> kWords = {{
+    {"service", serviceText},
+    {"slot", [](Finding f, Analysis) { return std::to_string(f.slot + 1); }},
+    {"track", [](Finding f, Analysis) { return std::to_string(f.track); }},
+    {"stream", [](Finding f, Analysis) { return std::to_string(f.stream + 1); }},
+    {"first", [](Finding f, Analysis) { return std::to_string(f.first); }},
+    {"second", [](Finding f, Analysis) { return std::to_string(f.second); }},
+    {"firstSlot", [](Finding f, Analysis) { return std::to_string(f.first + 1); }},
+    {"element", [](Finding f, Analysis a) { return '"' + shortened(elementOf(f, a)) + '"'; }},
+    {"offset", [](Finding f, Analysis) { return std::to_string(f.textOffset + 1); }},
+    {"totals", [](Finding, Analysis a) { return DescribedTotals(a.layoutDescription).spoken(); }},
+}};
 
 }  // namespace
 
-std::string findingText(const KestrelFinding& finding, const FindingContext& context) {
+std::string findingText(const KestrelFinding& finding, const KestrelAnalysis& analysis) {
   const auto* const found = std::ranges::find(kTemplates, finding.code, &FindingTemplate::code);
   std::string_view rest = found->text;
   std::string text;
-  while (!rest.empty()) {
-    const std::size_t open = std::min(rest.find('{'), rest.size());
-    text.append(rest.data(), open);
-    rest.remove_prefix(open);
-    if (rest.empty()) break;
+  for (std::size_t open = rest.find('{'); open != std::string_view::npos; open = rest.find('{')) {
+    text += rest.substr(0, open);
     const std::size_t close = rest.find('}');
-    text += valueOf({rest.data() + 1, close - 1}, finding, context);
+    const auto* const word =
+        std::ranges::find(kWords, rest.substr(open + 1, close - open - 1), &Word::name);
+    text += word->text(finding, analysis);
     rest.remove_prefix(close + 1);
   }
-  return text;
+  return text += rest;
 }
 
 }  // namespace kestrel

@@ -1,52 +1,42 @@
-// What an analysis of the plain C interface keeps: all that a host may ask for, in one block of
-// memory of just that size. The analyser itself ends with the call that made it.
+// What an analysis of the plain C interface keeps: all that a host may ask for. The analyser itself
+// ends with the call that made it.
 #pragma once
 
 #include <array>
 #include <cstdint>
-#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
-#include "analyser/file_tracks.h"
-#include "analyser/surround_labels.h"
-#include "api/catalogue_ids.h"
 #include "api/kestrel.h"
-#include "plain_c/request.h"
 
 namespace kestrel {
 
 /// A service that was found.
 struct KeptService {
-  TrackCursor first;
-  std::int32_t found = 0;       // tracks that fill slots
-  std::int32_t trackCount = 0;  // as reported
-  std::int32_t index = 0;       // element of the description's entry
-  StreamType streamType = kUnknown;
-  bool isEmca = false;
-  bool requested = false;
-  // Ends with a NUL; empty where the request's surround channel order holds.
-  std::array<char, kSurroundTextLength + 1> derivedLabel{};
+  KestrelService record{};  // all but the label
+  /// NUL-terminated; empty if the label is not derived from the tracks.
+  std::array<char, 16> derivedLabel{};
+  bool takesHostsOrder = false;
 };
 
 }  // namespace kestrel
 
-/// Everything in it points into the block that it begins.
 struct KestrelAnalysis {
-  std::string_view layoutDescription;  // with a NUL behind it, as the order
-  std::string_view surroundChannelOrder;
-  std::span<const kestrel::KeptService> services;
-  kestrel::TrackList tracks;  // of the services
-  std::span<const KestrelFinding> findings;
+  std::string layoutDescription;
+  std::string surroundChannelOrder;
   std::uint32_t trackTotal = 0;
   std::int32_t outcome = KESTREL_UNTOUCHED;
+  std::vector<kestrel::KeptService> services;
+  std::vector<KestrelFinding> findings;
+  /// The elements of the expected services, if there are findings: parts of layoutDescription.
+  std::vector<std::string_view> elements;
 };
 
 namespace kestrel {
 
-/// Analyses a request. The result is to be freed by freeAnalysis(). Raises std::bad_alloc.
-KestrelAnalysis* makeAnalysis(const CheckedRequest& request);
-
-/// NULL is allowed.
-void freeAnalysis(KestrelAnalysis* analysis) noexcept;
+/// Analyses a request. The result is to be freed by delete. Raises RefusedRequest or
+/// std::bad_alloc.
+KestrelAnalysis* makeAnalysis(const KestrelRequest& request);
 
 }  // namespace kestrel

@@ -1,7 +1,6 @@
-// Each text is looked at once. Those of streams are a few characters of ASCII as a rule: then they
-// are through before the length of a text could be asked for.
 #include "plain_c/request.h"
 
+#include "analyser/leading_number.h"
 #include "plain_c/utf8.h"
 
 namespace kestrel {
@@ -11,22 +10,8 @@ namespace {
 std::string_view checkedText(const char* text, std::int32_t stream) {
   if (text == nullptr) throw RefusedRequest{KESTREL_NULL_ARGUMENT};
   const std::string_view view(text);
-  if (const auto bad = firstBadByte(view)) throw RefusedRequest{KESTREL_BAD_TEXT, {*bad, stream}};
+  if (const auto bad = firstBadByte(view)) throw RefusedRequest{KESTREL_BAD_TEXT, *bad, stream};
   return view;
-}
-
-// Whether a text ends within a few characters and all of them are ASCII.
-bool isShortAscii(const char* text) {
-  constexpr int kShort = 16;
-  for (int i = 0; i < kShort; ++i) {
-    if (text[i] == '\0') return true;
-    if (static_cast<unsigned char>(text[i]) > 0x7F) return false;
-  }
-  return false;
-}
-
-void check(const char* text, std::int32_t stream) {
-  if (text == nullptr || !isShortAscii(text)) checkedText(text, stream);
 }
 
 const KestrelRequest& checkedRecord(const KestrelRequest& request) {
@@ -40,26 +25,47 @@ const KestrelRequest& checkedRecord(const KestrelRequest& request) {
   return request;
 }
 
-PlainCStreams checkedStreams(const KestrelRequest& request) {
-  const PlainCStreams streams(request.streams, request.streamStride,
-                              static_cast<std::size_t>(request.streamCount));
+// Records of the host may be larger than those known here.
+const KestrelStream& checkedStream(const KestrelRequest& request, std::int32_t index) {
+  const auto* const bytes = reinterpret_cast<const std::byte*>(request.streams);
+  const auto* const record =
+      bytes + std::size_t{request.streamStride} * static_cast<std::size_t>(index);
+  const auto& stream = *reinterpret_cast<const KestrelStream*>(record);
+  if (stream.structSize < sizeof(KestrelStream) || stream.structSize > request.streamStride)
+    throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
+  return stream;
+}
+
+FileStream neutral(const KestrelStream& record, std::string_view id) {
+  FileStream stream;
+  stream.trackNumber = leadingNumber(record.streamId);
+  stream.channelCount = record.channelCount;
+  stream.sourceGroup = record.group;
+  stream.formatKeys = {record.formatKey1, record.formatKey2, record.formatKey3};
+  stream.isPairCoded = record.isPairCoded;
+  stream.sharesPair = record.isPairShared != 0 && id.find('-') == std::string_view::npos;
+  return stream;
+}
+
+FileStreams checkedStreams(const KestrelRequest& request, std::pmr::memory_resource* memory) {
+  FileStreams streams(memory);
+  streams.list.reserve(static_cast<std::size_t>(request.streamCount));
   for (std::int32_t i = 0; i < request.streamCount; ++i) {
-    const KestrelStream& stream = streams[static_cast<std::size_t>(i)];
-    if (stream.structSize < sizeof(KestrelStream) || stream.structSize > request.streamStride)
-      throw RefusedRequest{KESTREL_BAD_RECORD_SIZE};
-    check(stream.streamId, i);
-    check(stream.trackLabels, i);
+    const KestrelStream& record = checkedStream(request, i);
+    const std::string_view id = checkedText(record.streamId, i);
+    const std::string_view labels = checkedText(record.trackLabels, i);
+    streams.add(neutral(record, id), request.surroundCheck != 0 ? labels : std::string_view());
   }
   return streams;
 }
 
 }  // namespace
 
-CheckedRequest::CheckedRequest(const KestrelRequest& request)
+CheckedRequest::CheckedRequest(const KestrelRequest& request, std::pmr::memory_resource* memory)
     : layoutDescription(checkedText(checkedRecord(request).layoutDescription, -1)),
       surroundChannelOrder(checkedText(request.surroundChannelOrder, -1)),
-      streams(checkedStreams(request)),
       reportAll(request.reportAll != 0),
-      surroundCheck(request.surroundCheck != 0) {}
+      surroundCheck(request.surroundCheck != 0),
+      streams(checkedStreams(request, memory)) {}
 
 }  // namespace kestrel

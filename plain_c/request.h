@@ -3,35 +3,31 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
 
-#include "analyser/stream_list.h"
+#include "analyser/file_streams.h"
 #include "api/kestrel.h"
 
 namespace kestrel {
 
-/// What a text that is not UTF-8 makes of a call.
-struct BadText {
-  std::size_t byte;
-  std::int32_t stream;  // -1: a text of the request
-};
-
-/// Raised between the reading of a request and the barrier.
+/// Raised when a request is refused.
 struct RefusedRequest {
   KestrelStatus status;
-  BadText badText{0, -1};
+  std::size_t badByte = 0;      // with KESTREL_BAD_TEXT, as for kestrelAnalyse()
+  std::int32_t badStream = -1;  // the same
 };
 
 /// A request whose texts are all there and UTF-8, and whose records have sizes that are known.
 struct CheckedRequest {
-  /// Raises RefusedRequest.
-  explicit CheckedRequest(const KestrelRequest& request);
+  /// Raises RefusedRequest or std::bad_alloc.
+  CheckedRequest(const KestrelRequest& request, std::pmr::memory_resource* memory);
 
   std::string_view layoutDescription;
   std::string_view surroundChannelOrder;
-  PlainCStreams streams;
   bool reportAll;
   bool surroundCheck;
+  FileStreams streams;
 };
 
 }  // namespace kestrel

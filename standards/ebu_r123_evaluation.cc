@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <optional>
 
+#include "analyser/file_streams.h"
 #include "analyser/leading_number.h"
-#include "analyser/tracks_compatible.h"
 #include "api/catalogue_ids.h"
 #include "catalogue/catalogue_tables.h"
 
@@ -79,7 +79,7 @@ std::optional<std::int64_t> GroupMatcher::matchChannels(const R123GroupRequireme
   for (std::int64_t taken = 0; taken < needed;) {
     if (!exists(first) || !exists(first + consumed)) return std::nullopt;
     const AudioStreamInfo& track = at(first + consumed);
-    if (!tracksCompatible(at(first), track)) return std::nullopt;
+    if (formatKeysOf(at(first)) != formatKeysOf(track)) return std::nullopt;
     const std::int64_t free = track.channelCount - offset_;
     const std::int64_t step = channelsToTake(free, needed - taken);
     // A step that leaves channels free leaves as many lacking less as it took, and so is followed

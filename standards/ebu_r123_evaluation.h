@@ -5,9 +5,9 @@
 #include <span>
 #include <vector>
 
-#include "analyser/ebu_r123_configurations.h"
 #include "api/audio_stream_info.h"
 #include "api/service_map_result.h"
+#include "standards/ebu_r123_configurations.h"
 
 namespace kestrel {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "analyser/audio_service_map_manager.h"
-#include "analyser/stream_list.h"
+#include "analyser/call_memory.h"
 #include "api/ebu_r123.h"
 #include "catalogue/host_text.h"
 #include "standards/ebu_r123_evaluation.h"
@@ -32,17 +32,19 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
                           const AudioStreamInfo* streams, std::int32_t streamCount,
                           ServiceMapResult** block, std::int32_t* resultCount, std::int32_t* item) {
   if (block == nullptr || resultCount == nullptr || item == nullptr) return;
-  const AudioServiceMapManager manager(viewOf(layoutDescription), L" ",
-                                       (allowTwoTrackStreams & 0xFF) != 0, streams, streamCount,
-                                       false, false);
+  // Its services are not used, but they take their track numbers from the process-wide counter.
+  CallMemory memory;
+  const auto records = streamSpan(streams, streamCount);
+  const AudioServiceMapManager manager(
+      viewOf(layoutDescription), readStreams(records, false, memory.resource()), false, false);
+  const R123Configurations EbuR123Configurations;  // no operation of the library adds to it
   std::int32_t decided = *item;
-  std::vector<ServiceMapResult> records =
-      evaluateEbuR123(streamSpan(streams, streamCount), manager.allowTwoTrackStreams(),
-                      manager.EbuR123Configurations, decided);
+  std::vector<ServiceMapResult> found =
+      evaluateEbuR123(records, (allowTwoTrackStreams & 0xFF) != 0, EbuR123Configurations, decided);
   *item = decided;
   if (decided == NO_SERVICE_MAP_ITEM) return;
-  *resultCount = static_cast<std::int32_t>(records.size());
-  *block = toBlock(std::move(records));
+  *resultCount = static_cast<std::int32_t>(found.size());
+  *block = toBlock(std::move(found));
 }
 
 }  // namespace kestrel

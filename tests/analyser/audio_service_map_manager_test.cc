@@ -1,13 +1,14 @@
 // The analyser's members: what construction computes, how streams become tracks, what is found.
-#include "analyser/audio_service_map_manager.h"
-
 #include <gtest/gtest.h>
-#include "analyser/tracks_compatible.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "tests/analyser/analyser_support.h"
 
 namespace kestrel {
 namespace {
@@ -29,7 +30,8 @@ AudioStreamInfo pairStream(std::wstring id, std::int32_t channels, std::int32_t 
 }
 
 std::uint32_t count(const std::vector<AudioStreamInfo>& streams) {
-  return countFileTracks(streams);
+  CallMemory memory;
+  return countFileTracks(readStreams(streams, false, memory.resource()).list);
 }
 
 TEST(FileTrackCount, AddsChannelsAndPairs) {
@@ -80,42 +82,14 @@ TEST(FileTrackCount, WrapsAsUnsigned) {
   EXPECT_EQ(count({plainStream(L"1", INT_MIN), plainStream(L"2", INT_MIN)}), 0u);
 }
 
-struct Fixture {
-  std::vector<AudioStreamInfo> streams;
-  std::string description;
-  std::wstring order = L"order";
-  bool reportAll = false;
-
-  AudioServiceMapManager make() const {
-    return {description, order, false, streams.data(), static_cast<std::int32_t>(streams.size()),
-            reportAll,   false};
-  }
-};
-
-TEST(Construction, StampsTheSurroundOrderOntoFiveOneMixes) {
-  const Fixture fixture{{plainStream(L"1", 16)}, "T16=5.1 Mix,Stereo,-5.1 Mix,EMCA"};
-  const auto manager = fixture.make();
-  const auto services = manager.expectedServices();
-  ASSERT_EQ(services.size(), 4u);
-  EXPECT_EQ(services[0].label, L"order");
-  EXPECT_EQ(services[1].label, L"");
-  EXPECT_EQ(services[2].label, L"order");
-  EXPECT_EQ(services[3].label, L"");
-}
-
-TEST(Construction, AnEmptyOrderIsStampedLikeAnyOther) {
-  Fixture fixture{{plainStream(L"1", 6)}, "T6=5.1 Mix"};
-  fixture.order = L"";
-  EXPECT_EQ(fixture.make().expectedServices()[0].label, L"");
-  fixture.order = L" ";
-  EXPECT_EQ(fixture.make().expectedServices()[0].label, L" ");
-}
-
 TEST(Construction, WithoutStreamsOnlyTheEntryForZeroIsTaken) {
   const AudioStreamInfo stream = plainStream(L"1", 2);
   for (const std::int32_t streamCount : {0, -1, INT_MIN}) {
-    const AudioServiceMapManager manager("T2=Stereo;T00=Mono", L"", false, &stream, streamCount,
-                                         false, false);
+    CallMemory memory;
+    const AudioServiceMapManager manager(
+        "T2=Stereo;T00=Mono",
+        readStreams(streamSpan(&stream, streamCount), false, memory.resource()), false, false);
+    EXPECT_FALSE(manager.hasStreams());
     EXPECT_EQ(manager.fileTrackCount(), 0u);
     ASSERT_EQ(manager.expectedServices().size(), 1u);
     EXPECT_EQ(manager.expectedServices()[0].streamType, kMono);
@@ -136,9 +110,8 @@ TEST(Construction, ReadsElementsIntoServices) {
       {true, "unknown", true, true},   {true, "-unknown", true, false},
   };
   for (const auto& row : rows) {
-    Fixture fixture{{plainStream(L"1", 1)}, "T1=" + row.element};
-    fixture.reportAll = row.reportAll;
-    const auto manager = fixture.make();
+    const Analyser analyser({plainStream(L"1", 1)}, "T1=" + row.element, row.reportAll);
+    const AudioServiceMapManager& manager = analyser.manager;
     ASSERT_EQ(manager.expectedServices().size(), 1u) << row.element;
     const ExpectedService& service = manager.expectedServices()[0];
     EXPECT_EQ(service.reported, row.reported) << row.element;
@@ -148,8 +121,8 @@ TEST(Construction, ReadsElementsIntoServices) {
 }
 
 TEST(Construction, UnusedTracksOfAServiceAreMinusOne) {
-  const Fixture fixture{{plainStream(L"1", 2)}, "T2=Stereo,Wide"};
-  const auto manager = fixture.make();
+  const Analyser analyser({plainStream(L"1", 2)}, "T2=Stereo,Wide");
+  const AudioServiceMapManager& manager = analyser.manager;
   const ExpectedService& stereo = manager.expectedServices()[0];
   const ExpectedService& unknown = manager.expectedServices()[1];
   EXPECT_EQ(stereo.track(1), trackNumberAfter(stereo.track(0), 1));
@@ -172,12 +145,13 @@ void PrintTo(const Track& track, std::ostream* out) {
 }
 
 std::vector<Track> expand(const std::vector<AudioStreamInfo>& streams) {
-  FileTracks tracks(streams);
-  tracks.expand();
+  const Analyser analyser(streams);
+  const FileTracks& tracks = analyser.tracks();
   std::vector<Track> list;
-  for (TrackCursor at; !tracks.atEnd(at); at = tracks.advance(at, 1))
-    list.push_back({tracks.tracks(at).trackNumber, tracks.tracks(at).group,
-                    tracks.tracks(at).sourceGroup, tracks.indexInGroup(at)});
+  for (TrackCursor at; !tracks.atEnd(at); tracks.pass(at, 1)) {
+    const TrackSlot slot = tracks.slot(at);
+    list.push_back({slot.trackNumber, slot.group, slot.sourceGroup, slot.indexInGroup});
+  }
   return list;
 }
 
@@ -188,12 +162,14 @@ TEST(ExpandTracks, AStreamWithoutChannelsHasNoTracks) {
 }
 
 TEST(ExpandTracks, NoTrackFollowsTheLast) {
-  const std::vector<AudioStreamInfo> streams = {plainStream(L"1", 2), plainStream(L"2", 3)};
-  FileTracks tracks(streams);
-  tracks.expand();
-  EXPECT_FALSE(tracks.atEnd(tracks.advance({}, 4)));
-  for (const std::int32_t count : {5, 6, INT_MAX})
-    EXPECT_TRUE(tracks.atEnd(tracks.advance({}, count))) << count;
+  const Analyser analyser({plainStream(L"1", 2), plainStream(L"2", 3)});
+  const FileTracks& tracks = analyser.tracks();
+  for (const std::int32_t count : {0, 1, 2, 3, 4, 5, 6, INT_MAX}) {
+    TrackCursor at;
+    EXPECT_EQ(tracks.pass(at, count), std::min(count, 5)) << count;
+    EXPECT_EQ(tracks.atEnd(at), count >= 5) << count;
+    EXPECT_EQ(tracks.countFrom(at), 5 - std::min(count, 5)) << count;
+  }
 }
 
 TEST(ExpandTracks, PairStreamsOfOneNumberJoinTheFirstGroup) {
@@ -237,20 +213,24 @@ TEST(ExpandTracks, AFlagOtherThanOneIsNotPairCoded) {
             (std::vector<Track>{{5, 1, 1, 0}, {5, 2, 2, 0}}));
 }
 
-// Which stream's labels and which stream's format keys the tracks of each record have.
+// Which stream's labels and which stream's format keys the tracks of each stream have.
 std::vector<std::pair<std::int32_t, std::int32_t>> links(std::vector<AudioStreamInfo> streams) {
   for (std::size_t i = 0; i < streams.size(); ++i) {
     streams[i].formatKey1 = static_cast<std::int32_t>(i);
     streams[i].formatKey2 = -streams[i].formatKey1;
     streams[i].formatKey3 = streams[i].formatKey1 * 3;
+    streams[i].trackLabels = L"L R";
+    for (std::size_t more = 0; more < i; ++more) streams[i].trackLabels += L" C";
   }
-  FileTracks tracks(streams);
-  tracks.expand();
+  const Analyser analyser(streams, "T0=Mono", false, true);
+  const FileTracks& tracks = analyser.tracks();
   std::vector<std::pair<std::int32_t, std::int32_t>> list;
-  for (const StreamTracks& own : tracks.records()) {
-    EXPECT_EQ(own.formatKey2, -own.formatKey1);
-    EXPECT_EQ(own.formatKey3, own.formatKey1 * 3);
-    list.emplace_back(own.labelStream, own.formatKey1);
+  for (TrackCursor at; !tracks.atEnd(at); at = FileTracks::nextStream(at)) {
+    const FileStream& own = tracks.stream(at);
+    EXPECT_EQ(own.formatKeys[1], -own.formatKeys[0]);
+    EXPECT_EQ(own.formatKeys[2], own.formatKeys[0] * 3);
+    // A stream's own labels are as many as its index and two.
+    list.emplace_back(static_cast<std::int32_t>(own.labels.count) - 2, own.formatKeys[0]);
   }
   return list;
 }
@@ -274,78 +254,62 @@ TEST(ExpandTracks, LinksStreamsWithoutTracksToo) {
             (Links{{0, 4}, {1, 3}}));
 }
 
-TEST(TracksCompatible, WantsAllThreeKeysEqual) {
-  std::vector<AudioStreamInfo> streams(5, plainStream(L"1", 1));
-  streams[1].formatKey1 = 1;
-  streams[2].formatKey2 = 1;
-  streams[3].formatKey3 = 1;
-  EXPECT_TRUE(tracksCompatible(streams[0], streams[4]));
-  EXPECT_TRUE(tracksCompatible(streams[2], streams[2]));
-  for (const std::size_t other : {1u, 2u, 3u})
-    EXPECT_FALSE(tracksCompatible(streams[0], streams[other])) << other;
-}
-
-TEST(DetectServices, WantsStreamsAndServices) {
-  Fixture fixture{{plainStream(L"1", 2)}, "T2=Stereo"};
-  EXPECT_EQ(fixture.make().detectServices(), 1);
-  fixture.description = "T4=Stereo,Stereo";
-  EXPECT_EQ(fixture.make().detectServices(), 0);
-  fixture = {{}, "T0=Mono"};
-  EXPECT_EQ(fixture.make().detectServices(), 0);
-}
-
-TEST(Assignment, AnEmcaServiceYieldsOneFindingPerProgramme) {
-  const Fixture fixture{
-      {pairStream(L"5-1", 6, 1), pairStream(L"5-2", 2, 2), plainStream(L"7", 2, 3)},
-      "T4=EMCA,Stereo"};
-  auto manager = fixture.make();
-  ASSERT_EQ(manager.detectServices(), 1);
-  Assignment walk = manager.assignment();
-  std::vector<std::int32_t> counts;
-  while (walk.next()) counts.push_back(walk.finding().trackCount);
-  EXPECT_EQ(counts, (std::vector<std::int32_t>{6, 2, 2}));
-  EXPECT_FALSE(walk.next()) << "the end stays the end";
-}
-
-TEST(Assignment, AServiceThatRunsOutKeepsItsTrackCount) {
-  // The EMCA service takes the ordinary track of its group too, and leaves nothing to the Mono.
-  const Fixture fixture{{pairStream(L"5-1", 2, 1), plainStream(L"6", 1, 1)}, "T3=EMCA,Mono"};
-  auto manager = fixture.make();
-  ASSERT_EQ(manager.detectServices(), 1);
-  Assignment walk = manager.assignment();
-  ASSERT_TRUE(walk.next());
-  EXPECT_EQ(walk.finding().found, 3);
-  ASSERT_TRUE(walk.next());
-  EXPECT_EQ(walk.finding().trackCount, 1);
-  EXPECT_EQ(walk.finding().found, 0);
-}
-
-TEST(AudioServiceMapManager, KeepsWhetherStreamsOfTwoTracksAreAllowed) {
-  for (const bool allowed : {false, true}) {
-    const AudioServiceMapManager manager("T2=Stereo", L"", allowed, nullptr, 0, false, false);
-    EXPECT_EQ(manager.allowTwoTrackStreams(), allowed);
+// The disagreements of a Stereo on two streams whose format keys differ in one place.
+TEST(Disagreements, AreOfAnyFormatKey) {
+  for (std::size_t key = 0; key <= 3; ++key) {
+    std::vector<AudioStreamInfo> streams = {plainStream(L"1", 1), plainStream(L"2", 1)};
+    std::int32_t* const keys[] = {&streams[1].formatKey1, &streams[1].formatKey2,
+                                  &streams[1].formatKey3};
+    if (key < 3) *keys[key] = 1;
+    Analyser analyser(streams, "T2=Stereo");
+    EXPECT_EQ(analyser.manager.detectServices(), key < 3 ? Outcome::kEmptied : Outcome::kFilled);
+    EXPECT_EQ(analyser.manager.disagreements().size(), key < 3 ? 1U : 0U) << key;
   }
 }
 
-TEST(BuildResults, SetsTheStatusOnADisagreement) {
-  Fixture fixture{{plainStream(L"1", 1), plainStream(L"2", 1)}, "T2=Stereo"};
-  fixture.streams[1].formatKey3 = 1;
-  auto manager = fixture.make();
-  ASSERT_EQ(manager.detectServices(), 1);
-  std::vector<ServiceMapResult> results(3);
-  std::int32_t status = 7;
-  manager.buildResults(results, status);
-  EXPECT_EQ(status, NO_SERVICE_MAP_ITEM);
-  EXPECT_TRUE(results.empty());
+TEST(DetectServices, WantsStreamsAndServices) {
+  const auto outcomeOf = [](const std::vector<AudioStreamInfo>& streams, const char* description) {
+    return Analyser(streams, description).manager.detectServices();
+  };
+  EXPECT_EQ(outcomeOf({plainStream(L"1", 2)}, "T2=Stereo"), Outcome::kFilled);
+  EXPECT_EQ(outcomeOf({plainStream(L"1", 2)}, "T4=Stereo,Stereo"), Outcome::kUntouched);
+  EXPECT_EQ(outcomeOf({}, "T0=Mono"), Outcome::kUntouched);
+}
 
-  fixture.streams[1].formatKey3 = 0;
-  auto agreeing = fixture.make();
-  ASSERT_EQ(agreeing.detectServices(), 1);
-  results.resize(3);
-  status = 7;
-  agreeing.buildResults(results, status);
-  EXPECT_EQ(status, 7) << "no failure leaves it alone";
-  EXPECT_EQ(results.size(), 1u);
+TEST(Placement, AnEmcaServiceYieldsOnePlacedServiceForEachProgramme) {
+  Analyser analyser({pairStream(L"5-1", 6, 1), pairStream(L"5-2", 2, 2), plainStream(L"7", 2, 3)},
+                    "T4=EMCA,Stereo");
+  ASSERT_EQ(analyser.manager.detectServices(), Outcome::kFilled);
+  std::vector<std::int32_t> counts;
+  for (const PlacedService& placed : analyser.manager.placement().services)
+    counts.push_back(placed.trackCount);
+  EXPECT_EQ(counts, (std::vector<std::int32_t>{6, 2, 2}));
+  EXPECT_TRUE(analyser.tracks().atEnd(analyser.manager.placement().end));
+}
+
+TEST(Placement, AServiceThatRunsOutKeepsItsTrackCount) {
+  // The EMCA service takes the ordinary track of its group too, and leaves nothing to the Mono.
+  Analyser analyser({pairStream(L"5-1", 2, 1), plainStream(L"6", 1, 1)}, "T3=EMCA,Mono");
+  ASSERT_EQ(analyser.manager.detectServices(), Outcome::kFilled);
+  const PlacedServices& placed = analyser.manager.placement().services;
+  ASSERT_EQ(placed.size(), 2U);
+  EXPECT_EQ(placed[0].found, 3);
+  EXPECT_EQ(placed[1].trackCount, 1);
+  EXPECT_EQ(placed[1].found, 0);
+}
+
+TEST(Placement, AFiveOneMixTakesTheHostsOrderUnlessItsTracksHaveAFullSet) {
+  AudioStreamInfo labelled = plainStream(L"1", 6);
+  labelled.trackLabels = L"L R C LFE Ls Rs";
+  const std::vector<AudioStreamInfo> streams = {labelled, plainStream(L"2", 2)};
+  for (const bool surroundCheck : {false, true}) {
+    Analyser analyser(streams, "T8=5.1 Mix,Stereo", false, surroundCheck);
+    ASSERT_EQ(analyser.manager.detectServices(), Outcome::kFilled);
+    const PlacedServices& placed = analyser.manager.placement().services;
+    EXPECT_EQ(placed[0].labels.has_value(), surroundCheck);
+    EXPECT_EQ(placed[0].takesHostsOrder, !surroundCheck);
+    EXPECT_FALSE(placed[1].takesHostsOrder);
+  }
 }
 
 }  // namespace

@@ -1,0 +1,56 @@
+#include "analyser/file_streams.h"
+
+#include <optional>
+#include <string>
+
+#include "analyser/leading_number.h"
+
+namespace kestrel {
+
+namespace {
+
+FileStream streamOf(const AudioStreamInfo& info) {
+  FileStream stream;
+  stream.trackNumber = leadingNumber(info.streamId);
+  stream.channelCount = info.channelCount;
+  stream.sourceGroup = info.group;
+  stream.formatKeys = formatKeysOf(info);
+  stream.isPairCoded = info.isPairCoded;
+  stream.sharesPair = info.isPairShared != 0 && info.streamId.find(L'-') == std::wstring::npos;
+  return stream;
+}
+
+}  // namespace
+
+FileStreams readStreams(std::span<const AudioStreamInfo> streams, bool withLabels,
+                        std::pmr::memory_resource* memory) {
+  FileStreams read(memory);
+  read.list.reserve(streams.size());
+  for (const AudioStreamInfo& info : streams) {
+    const std::wstring_view labels = info.trackLabels;
+    read.add(streamOf(info), withLabels ? labels : std::wstring_view());
+  }
+  return read;
+}
+
+// A pair-coded stream is counted unless it repeats the number of the pair-coded stream before it,
+// or shares a pair that is counted already.
+std::uint32_t countFileTracks(std::span<const FileStream> streams) noexcept {
+  std::uint32_t sum = 0;
+  std::optional<std::int32_t> lastPair;
+  bool sharedPairCounted = false;
+  for (const FileStream& stream : streams) {
+    if (stream.isPairCoded == 0) {
+      sum += static_cast<std::uint32_t>(stream.channelCount);
+      continue;
+    }
+    const auto number = static_cast<std::int32_t>(stream.trackNumber);
+    const bool counted = stream.sharesPair ? sharedPairCounted : number == lastPair;
+    if (!counted) sum += 2;
+    if (stream.sharesPair) sharedPairCounted = true;
+    lastPair = number;
+  }
+  return sum;
+}
+
+}  // namespace kestrel
