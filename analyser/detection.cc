@@ -40,25 +40,37 @@ std::optional<SurroundOrder> readLabels(const FileTracks& tracks, TrackCursor at
   return checkSurroundLabels(labels);
 }
 
-PlacedService placeOrdinary(const ExpectedService& service, const FileTracks& tracks,
-                            bool surroundCheck, TrackCursor& at) {
-  PlacedService placed;
-  placed.first = at;
-  if (service.streamType == k51Mix) {
-    if (surroundCheck) placed.labels = readLabels(tracks, at);
-    placed.takesHostsOrder = !placed.labels;
-  }
-  placed.trackCount = service.trackCount;
-  placed.found = tracks.pass(at, service.trackCount);
-  placed.given = placed.found;
+// A further service, whose tracks begin where the last one's end.
+PlacedService& begin(const ExpectedService& service, Placement& placement) {
+  PlacedService& placed = placement.services.emplace_back();
+  placed.service = &service;
+  placed.first = placement.end;
   return placed;
 }
 
+// A service that is not to be reported has taken its tracks all the same.
+void dropUnreported(Placement& placement) {
+  if (!placement.services.back().service->reported) placement.services.pop_back();
+}
+
+void placeOrdinary(const ExpectedService& service, const FileTracks& tracks, bool surroundCheck,
+                   Placement& placement) {
+  PlacedService& placed = begin(service, placement);
+  if (service.streamType == k51Mix) {
+    if (surroundCheck) placed.labels = readLabels(tracks, placed.first);
+    placed.takesHostsOrder = !placed.labels;
+  }
+  placed.trackCount = service.trackCount;
+  placed.found = tracks.pass(placement.end, service.trackCount);
+  placed.given = placed.found;
+  dropUnreported(placement);
+}
+
 // One programme of a pair: the tracks of the group whose streams have the same own group.
-PlacedService placeProgramme(const FileTracks& tracks, std::int32_t group, TrackCursor& at) {
-  PlacedService placed;
-  placed.first = at;
-  placed.isEmca = true;
+void placeProgramme(const ExpectedService& service, const FileTracks& tracks, std::int32_t group,
+                    Placement& placement) {
+  PlacedService& placed = begin(service, placement);
+  TrackCursor& at = placement.end;
   const std::int32_t ownGroup = tracks.stream(at).sourceGroup;
   while (!tracks.atEnd(at) && tracks.stream(at).group == group &&
          tracks.stream(at).sourceGroup == ownGroup) {
@@ -67,7 +79,17 @@ PlacedService placeProgramme(const FileTracks& tracks, std::int32_t group, Track
   }
   placed.found = static_cast<std::int32_t>(std::min<std::int64_t>(placed.given, kSlotCount));
   placed.trackCount = placed.found;
-  return placed;
+  dropUnreported(placement);
+}
+
+// A pair-coded service takes all tracks of the group that it meets. It looks at groups alone, so an
+// ordinary track of that group is taken too.
+void placePair(const ExpectedService& service, const FileTracks& tracks, Placement& placement) {
+  const TrackCursor& at = placement.end;
+  if (tracks.atEnd(at) || tracks.stream(at).isPairCoded != 1) return;
+  const std::int32_t group = tracks.stream(at).group;
+  while (!tracks.atEnd(at) && tracks.stream(at).group == group)
+    placeProgramme(service, tracks, group, placement);
 }
 
 }  // namespace
@@ -75,41 +97,27 @@ PlacedService placeProgramme(const FileTracks& tracks, std::int32_t group, Track
 std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> services,
                                              const FileTracks& tracks) noexcept {
   TrackCursor at;
-  std::int32_t index = 0;
   for (const ExpectedService& service : services) {
     if (service.isEmca) {
-      if (!passPairCoded(tracks, at)) return Misalignment{index, 0, at};
+      if (!passPairCoded(tracks, at)) return Misalignment{&service, 0, at};
     } else {
       const std::int32_t passed = passOrdinary(tracks, at, service.trackCount);
-      if (passed < service.trackCount) return Misalignment{index, passed, at};
+      if (passed < service.trackCount) return Misalignment{&service, passed, at};
     }
-    ++index;
   }
   return std::nullopt;
 }
 
-// An ordinary service takes the next trackCount tracks. A pair-coded one takes all tracks of the
-// group that it meets, as one placed service for each programme of the pair. It looks at groups
-// alone, so an ordinary track of that group is taken too.
 Placement placeServices(std::span<const ExpectedService> services, const FileTracks& tracks,
                         bool surroundCheck, std::pmr::memory_resource* memory) {
   Placement placement{PlacedServices(memory), {}};
   placement.services.reserve(services.size());
-  TrackCursor& at = placement.end;
-  std::int32_t index = 0;
   for (const ExpectedService& service : services) {
-    const auto keep = [&](PlacedService placed) {
-      placed.service = index;
-      if (service.reported) placement.services.push_back(placed);
-    };
-    if (!service.isEmca) {
-      keep(placeOrdinary(service, tracks, surroundCheck, at));
-    } else if (!tracks.atEnd(at) && tracks.stream(at).isPairCoded == 1) {
-      const std::int32_t group = tracks.stream(at).group;
-      while (!tracks.atEnd(at) && tracks.stream(at).group == group)
-        keep(placeProgramme(tracks, group, at));
+    if (service.isEmca) {
+      placePair(service, tracks, placement);
+    } else {
+      placeOrdinary(service, tracks, surroundCheck, placement);
     }
-    ++index;
   }
   return placement;
 }
@@ -120,7 +128,7 @@ Disagreements findDisagreements(std::span<const PlacedService> placed, const Fil
                                 std::pmr::memory_resource* memory) {
   Disagreements found(memory);
   for (const PlacedService& service : placed) {
-    if (service.isEmca || service.trackCount < 2) continue;
+    if (service.service->isEmca || service.trackCount < 2) continue;
     TrackCursor right = service.first;
     for (std::int32_t slot = 0; slot < service.found;) {
       const TrackCursor left = right;

@@ -18,19 +18,18 @@ namespace kestrel {
 
 /// Where services and tracks stop lining up.
 struct Misalignment {
-  std::int32_t service = 0;  // the service that does not meet what it should
-  std::int32_t slot = 0;     // and which of its tracks
-  TrackCursor at;            // what it meets instead; the end of the tracks if the file lacks one
+  const ExpectedService* service = nullptr;  // which does not meet what it should
+  std::int32_t slot = 0;                     // and which of its tracks
+  TrackCursor at;  // what it meets instead; the end of the tracks if the file lacks one
 };
 
 /// A service to be reported and the consecutive tracks that it was given.
 struct PlacedService {
-  std::int32_t service = 0;     // index of the expected service
+  const ExpectedService* service = nullptr;
   std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
   std::int32_t found = 0;       // tracks that fill slots, at most trackCount
   std::int64_t given = 0;       // tracks really given: a long pair-coded run has more than slots
   TrackCursor first;            // the first of them
-  bool isEmca = false;
   // A 5.1 Mix is labelled by its tracks if these have a full set, else by the host's order.
   std::optional<SurroundOrder> labels;
   bool takesHostsOrder = false;
@@ -40,8 +39,8 @@ using PlacedServices = std::pmr::vector<PlacedService>;
 
 /// Two neighbouring tracks of one placed service that do not go together.
 struct Disagreement {
-  std::int32_t service = 0;  // index of the expected service
-  std::int32_t slot = 0;     // of the right-hand track
+  const ExpectedService* service = nullptr;
+  std::int32_t slot = 0;  // of the right-hand track
   TrackCursor left;
   TrackCursor right;  // the end of the tracks if the file lacks one
 };

@@ -10,16 +10,14 @@ namespace kestrel {
 
 namespace {
 
-ExpectedService serviceOf(const LayoutElement& element, bool reportAll) {
+void readService(const LayoutElement& element, bool reportAll, ExpectedService& service) {
   const bool silent = isSilent(element.text);
-  ExpectedService service;
   service.element = element.text;
   service.trackCount = tracksOf(element.service);
   service.streamType = element.service;
   service.reported = reportAll || !silent;
   service.requested = reportAll && !silent;
   service.isEmca = element.service == kEmca;
-  return service;
 }
 
 std::uint32_t tracksNeeded(const ExpectedService& service) {
@@ -44,8 +42,11 @@ ExpectedServices readExpectedServices(std::string_view serviceList, bool reportA
   ExpectedServices services(memory);
   const auto commas = static_cast<std::size_t>(std::ranges::count(serviceList, ','));
   services.reserve(commas + 1);
-  while (const auto element = takeElement(serviceList))
-    services.push_back(serviceOf(*element, reportAll));
+  while (const auto element = takeElement(serviceList)) {
+    ExpectedService& service = services.emplace_back();
+    service.index = static_cast<std::int32_t>(services.size() - 1);
+    readService(*element, reportAll, service);
+  }
   numberTracks(services);
   return services;
 }

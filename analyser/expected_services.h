@@ -14,6 +14,7 @@ namespace kestrel {
 /// One element of the chosen entry.
 struct ExpectedService {
   std::string_view element;      // as it is written, a leading "-" included
+  std::int32_t index = 0;        // among the elements, from 0
   std::int32_t trackCount = -1;  // tracks that it occupies; -1 for an unknown name
   std::int32_t firstTrack = -1;  // its first track number; the others follow
   StreamType streamType = kUnknown;

@@ -7,28 +7,19 @@
 
 namespace kestrel {
 
-namespace {
-
-FileStream streamOf(const AudioStreamInfo& info) {
-  FileStream stream;
-  stream.trackNumber = leadingNumber(info.streamId);
-  stream.channelCount = info.channelCount;
-  stream.sourceGroup = info.group;
-  stream.formatKeys = formatKeysOf(info);
-  stream.isPairCoded = info.isPairCoded;
-  stream.sharesPair = info.isPairShared != 0 && info.streamId.find(L'-') == std::wstring::npos;
-  return stream;
-}
-
-}  // namespace
-
 FileStreams readStreams(std::span<const AudioStreamInfo> streams, bool withLabels,
                         std::pmr::memory_resource* memory) {
   FileStreams read(memory);
   read.list.reserve(streams.size());
   for (const AudioStreamInfo& info : streams) {
     const std::wstring_view labels = info.trackLabels;
-    read.add(streamOf(info), withLabels ? labels : std::wstring_view());
+    FileStream& stream = read.add(withLabels ? labels : std::wstring_view());
+    stream.trackNumber = leadingNumber(info.streamId);
+    stream.channelCount = info.channelCount;
+    stream.sourceGroup = stream.group = info.group;
+    stream.formatKeys = formatKeysOf(info);
+    stream.isPairCoded = info.isPairCoded;
+    stream.sharesPair = info.isPairShared != 0 && info.streamId.find(L'-') == std::wstring::npos;
   }
   return read;
 }

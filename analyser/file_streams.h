@@ -38,15 +38,16 @@ struct FileStream {
 struct FileStreams {
   explicit FileStreams(std::pmr::memory_resource* memory) : list(memory), labels(memory) {}
 
-  /// Adds a stream with its labels, in either width. Raises std::bad_alloc.
+  /// A further stream with these labels, in either width; the caller fills the rest. Raises
+  /// std::bad_alloc.
   template <class Text>
-  void add(FileStream stream, Text labelText) {
-    stream.group = stream.sourceGroup;
-    stream.index = static_cast<std::int32_t>(list.size());
+  FileStream& add(Text labelText) {
+    FileStream& stream = list.emplace_back();
+    stream.index = static_cast<std::int32_t>(list.size() - 1);
     stream.labels.begin = labels.size();
     appendLabels(labelText, labels);
     stream.labels.count = labels.size() - stream.labels.begin;
-    list.push_back(stream);
+    return stream;
   }
 
   std::pmr::vector<FileStream> list;

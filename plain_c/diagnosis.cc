@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include "analyser/surround_labels.h"
 #include "api/service_map_result.h"
@@ -25,16 +24,17 @@ class FindingList {
   FindingList(const FileTracks& tracks, std::pmr::memory_resource* memory)
       : tracks_(tracks), errors_(memory), remarks_(memory) {}
 
-  KestrelFinding& add(std::int32_t code, std::int32_t service) {
+  // `service` is nullptr for a finding on no service.
+  KestrelFinding& add(std::int32_t code, const ExpectedService* service) {
     KestrelFinding finding{};
     finding.code = code;
-    finding.service = service;
+    finding.service = service == nullptr ? kNone : service->index;
     finding.slot = finding.stream = kNone;
     finding.track = finding.textOffset = finding.textLength = kNone;
     return (code < kFirstRemark ? errors_ : remarks_).emplace_back(finding);
   }
 
-  KestrelFinding& addAt(std::int32_t code, std::int32_t service, std::int32_t slot,
+  KestrelFinding& addAt(std::int32_t code, const ExpectedService* service, std::int32_t slot,
                         TrackCursor at) {
     KestrelFinding& finding = add(code, service);
     finding.slot = slot;
@@ -70,16 +70,12 @@ class Diagnosis {
   std::vector<KestrelFinding> findings() const { return findings_.all(); }
 
  private:
-  void addTooFewTracks(std::int32_t service, std::int32_t found);
-  void addWithoutTrack(std::int32_t service);
-  void explainElement(std::int32_t service);
+  void addTooFewTracks(const ExpectedService& service, std::int32_t found);
+  void addWithoutTrack(const ExpectedService& service);
+  void explainElement(const ExpectedService& service);
   void explainPlaced(const PlacedService& placed);
   void explainOrder(const PlacedService& placed);
   void explainLabels(const PlacedService& placed);
-
-  const ExpectedService& expected(std::int32_t service) const {
-    return analyser_.expectedServices()[static_cast<std::size_t>(service)];
-  }
 
   const AudioServiceMapManager& analyser_;
   const FileTracks& tracks_;
@@ -99,26 +95,26 @@ Diagnosis::Diagnosis(const AudioServiceMapManager& analyser, const DiagnosedRequ
   hostsOrder_ = checkSurroundLabels(labels);
 }
 
-void Diagnosis::addTooFewTracks(std::int32_t service, std::int32_t found) {
-  KestrelFinding& finding = findings_.add(KESTREL_TOO_FEW_TRACKS, service);
+void Diagnosis::addTooFewTracks(const ExpectedService& service, std::int32_t found) {
+  KestrelFinding& finding = findings_.add(KESTREL_TOO_FEW_TRACKS, &service);
   finding.slot = found;
-  finding.first = expected(service).trackCount;
+  finding.first = service.trackCount;
   finding.second = found;
 }
 
-void Diagnosis::addWithoutTrack(std::int32_t service) {
-  findings_.add(KESTREL_SERVICE_WITHOUT_TRACK, service).first = expected(service).trackCount;
+void Diagnosis::addWithoutTrack(const ExpectedService& service) {
+  findings_.add(KESTREL_SERVICE_WITHOUT_TRACK, &service).first = service.trackCount;
 }
 
 void Diagnosis::explainUntouched() {
   if (!analyser_.hasStreams()) {
-    findings_.add(KESTREL_NO_STREAMS, kNone);
+    findings_.add(KESTREL_NO_STREAMS, nullptr);
   } else if (analyser_.expectedServices().empty()) {
-    findings_.add(KESTREL_NO_ENTRY, kNone).first = analyser_.fileTrackCount();
+    findings_.add(KESTREL_NO_ENTRY, nullptr).first = analyser_.fileTrackCount();
   } else {
     const Misalignment& misalignment = *analyser_.misalignment();
     if (tracks_.atEnd(misalignment.at)) {
-      addTooFewTracks(misalignment.service, misalignment.slot);
+      addTooFewTracks(*misalignment.service, misalignment.slot);
     } else {
       const bool pairCoded = tracks_.stream(misalignment.at).isPairCoded != 0;
       findings_.addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK,
@@ -130,7 +126,7 @@ void Diagnosis::explainUntouched() {
 void Diagnosis::explainDisagreements() {
   for (const Disagreement& disagreement : analyser_.disagreements()) {
     if (tracks_.atEnd(disagreement.right)) {
-      addTooFewTracks(disagreement.service, disagreement.slot);
+      addTooFewTracks(*disagreement.service, disagreement.slot);
       continue;
     }
     const FormatKeys& left = tracks_.stream(disagreement.left).formatKeys;
@@ -148,37 +144,34 @@ void Diagnosis::explainDisagreements() {
 
 // A pair-coded service that meets no pair-coded track when its turn comes has no place.
 void Diagnosis::explainServices(Outcome outcome) {
-  const std::span<const PlacedService> placed = analyser_.placement().services;
-  const auto count = static_cast<std::int32_t>(analyser_.expectedServices().size());
-  std::size_t next = 0;
-  for (std::int32_t service = 0; service < count; ++service) {
-    explainElement(service);
-    if (outcome == Outcome::kUntouched || !expected(service).reported) continue;
-    const std::size_t first = next;
-    for (; next < placed.size() && placed[next].service == service; ++next)
-      explainPlaced(placed[next]);
+  const PlacedServices& placed = analyser_.placement().services;
+  auto next = placed.begin();
+  for (const ExpectedService& service : analyser_.expectedServices()) {
+    if (service.streamType == kUnknown) explainElement(service);
+    if (outcome == Outcome::kUntouched || !service.reported) continue;
+    const auto first = next;
+    for (; next != placed.end() && next->service == &service; ++next) explainPlaced(*next);
     if (next == first) addWithoutTrack(service);
   }
 }
 
-void Diagnosis::explainElement(std::int32_t service) {
-  if (expected(service).streamType != kUnknown) return;
-  const std::string_view element = expected(service).element;
+void Diagnosis::explainElement(const ExpectedService& service) {
+  const std::string_view element = service.element;
   KestrelFinding& finding =
-      findings_.add(element.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE, service);
+      findings_.add(element.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE, &service);
   finding.textOffset = element.data() - request_.layoutDescription.data();
   finding.textLength = std::ssize(element);
 }
 
 void Diagnosis::explainPlaced(const PlacedService& placed) {
-  if (placed.trackCount == 1 && placed.found == 0) addWithoutTrack(placed.service);
+  if (placed.trackCount == 1 && placed.found == 0) addWithoutTrack(*placed.service);
   if (placed.given > placed.found) {
     KestrelFinding& run =
         findings_.addAt(KESTREL_RUN_TOO_LONG, placed.service, kNone, placed.first);
     run.first = kSlotCount;
     run.second = placed.given;
   }
-  if (!request_.surroundCheck || expected(placed.service).streamType != k51Mix) return;
+  if (!request_.surroundCheck || placed.service->streamType != k51Mix) return;
   placed.labels ? explainOrder(placed) : explainLabels(placed);
 }
 
@@ -215,7 +208,7 @@ void Diagnosis::explainRest() {
   const TrackCursor end = analyser_.placement().end;
   if (tracks_.atEnd(end)) return;
   const std::int64_t all = tracks_.countFrom({});
-  KestrelFinding& rest = findings_.addAt(KESTREL_TRACKS_LEFT_OVER, kNone, kNone, end);
+  KestrelFinding& rest = findings_.addAt(KESTREL_TRACKS_LEFT_OVER, nullptr, kNone, end);
   rest.first = all - tracks_.countFrom(end);
   rest.second = all;
 }

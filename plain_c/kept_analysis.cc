@@ -21,11 +21,11 @@ KestrelTrack trackOf(const TrackSlot& slot) {
   return {slot.trackNumber, slot.group, slot.sourceGroup, slot.indexInGroup, -1};
 }
 
-KeptService keptService(const PlacedService& placed, const ExpectedService& service,
-                        const FileTracks& tracks) {
+KeptService keptService(const PlacedService& placed, const FileTracks& tracks) {
+  const ExpectedService& service = *placed.service;
   KeptService kept;
   kept.record.trackCount = placed.trackCount;
-  kept.record.serviceIndex = placed.service;
+  kept.record.serviceIndex = service.index;
   kept.record.streamType = service.streamType;
   kept.record.reported = 1;  // the others are not placed
   kept.record.isEmca = service.isEmca ? 1 : 0;
@@ -43,9 +43,7 @@ std::vector<KeptService> keptServices(const AudioServiceMapManager& analyser) {
   std::vector<KeptService> kept;
   kept.reserve(placed.size());
   for (const PlacedService& service : placed)
-    kept.push_back(
-        keptService(service, analyser.expectedServices()[static_cast<std::size_t>(service.service)],
-                    analyser.fileTracks()));
+    kept.push_back(keptService(service, analyser.fileTracks()));
   return kept;
 }
 

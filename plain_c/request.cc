@@ -36,17 +36,6 @@ const KestrelStream& checkedStream(const KestrelRequest& request, std::int32_t i
   return stream;
 }
 
-FileStream neutral(const KestrelStream& record, std::string_view id) {
-  FileStream stream;
-  stream.trackNumber = leadingNumber(record.streamId);
-  stream.channelCount = record.channelCount;
-  stream.sourceGroup = record.group;
-  stream.formatKeys = {record.formatKey1, record.formatKey2, record.formatKey3};
-  stream.isPairCoded = record.isPairCoded;
-  stream.sharesPair = record.isPairShared != 0 && id.find('-') == std::string_view::npos;
-  return stream;
-}
-
 FileStreams checkedStreams(const KestrelRequest& request, std::pmr::memory_resource* memory) {
   FileStreams streams(memory);
   streams.list.reserve(static_cast<std::size_t>(request.streamCount));
@@ -54,7 +43,13 @@ FileStreams checkedStreams(const KestrelRequest& request, std::pmr::memory_resou
     const KestrelStream& record = checkedStream(request, i);
     const std::string_view id = checkedText(record.streamId, i);
     const std::string_view labels = checkedText(record.trackLabels, i);
-    streams.add(neutral(record, id), request.surroundCheck != 0 ? labels : std::string_view());
+    FileStream& stream = streams.add(request.surroundCheck != 0 ? labels : std::string_view());
+    stream.trackNumber = leadingNumber(record.streamId);
+    stream.channelCount = record.channelCount;
+    stream.sourceGroup = stream.group = record.group;
+    stream.formatKeys = {record.formatKey1, record.formatKey2, record.formatKey3};
+    stream.isPairCoded = record.isPairCoded;
+    stream.sharesPair = record.isPairShared != 0 && id.find('-') == std::string_view::npos;
   }
   return streams;
 }
