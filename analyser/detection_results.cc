@@ -1,7 +1,6 @@
 // Turns what the tracks hold into the host's records.
 #include <algorithm>
 #include <cstddef>
-#include <string>
 
 #include "analyser/audio_service_map_manager.h"
 #include "analyser/neighbours.h"
@@ -12,10 +11,11 @@ namespace kestrel {
 void AudioServiceMapManager::appendRecord(std::vector<ServiceMapResult>& results,
                                           const ServiceFinding& finding) const {
   const ExpectedService& service = *finding.service;
-  // Built in place from the constant slots: copying them is far quicker than setting each field.
-  ServiceMapResult& record =
-      results.emplace_back(kUnusedSlots, finding.trackCount, service.reported, service.isEmca,
-                           service.requested, std::wstring());
+  ServiceMapResult& record = results.emplace_back();
+  record.trackCount = finding.trackCount;
+  record.reported = service.reported;
+  record.isEmca = service.isEmca;
+  record.requested = service.requested;
   if (finding.labels) {
     const auto text = textOf<wchar_t>(*finding.labels);
     record.label.assign(text.data(), text.size());
