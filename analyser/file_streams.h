@@ -1,9 +1,11 @@
 // The audio streams of a file in one neutral form, which each interface fills from its own records.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory_resource>
 #include <span>
 #include <vector>
@@ -19,7 +21,7 @@ using FormatKeys = std::array<std::int32_t, 3>;
 /// The place of a stream's labels in FileStreams::labels.
 struct LabelRange {
   std::size_t begin = 0;
-  std::size_t count = 0;
+  std::int32_t count = 0;  // no more than a running index can reach
 };
 
 struct FileStream {
@@ -46,7 +48,9 @@ struct FileStreams {
     stream.index = static_cast<std::int32_t>(list.size() - 1);
     stream.labels.begin = labels.size();
     appendLabels(labelText, labels);
-    stream.labels.count = labels.size() - stream.labels.begin;
+    constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+    stream.labels.count =
+        static_cast<std::int32_t>(std::min(labels.size() - stream.labels.begin, kMost));
     return stream;
   }
 

@@ -82,7 +82,7 @@ TrackSlot FileTracks::slot(TrackCursor at) const {
 SurroundLabel FileTracks::label(TrackCursor at) const {
   const LabelRange& labels = stream(at).labels;
   const std::int32_t index = indexInGroup(at);  // below 0 if it has wrapped
-  if (index < 0 || static_cast<std::size_t>(index) >= labels.count) return kNoLabel;
+  if (index < 0 || index >= labels.count) return kNoLabel;
   return streams_.labels[labels.begin + static_cast<std::size_t>(index)];
 }
 

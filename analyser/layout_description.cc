@@ -22,8 +22,8 @@ namespace kestrel {
 namespace {
 
 bool isListCharacter(char c) {
-  if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) return true;
-  return std::string_view("157,-. ").find(c) != std::string_view::npos;
+  const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+  return isLetter || (c >= ',' && c <= '.') || c == ' ' || c == '1' || c == '5' || c == '7';
 }
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }

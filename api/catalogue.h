@@ -17,6 +17,7 @@
 
 #include "catalogue_ids.h"
 #include "export.h"
+#include "host_runtime.h"
 
 namespace kestrel {
 extern "C" {

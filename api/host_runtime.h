@@ -1,12 +1,23 @@
-// The records of this interface hold wide strings of the host's standard library in place, and a
-// vector of the host is filled by the library. Both sides must therefore be built against one
-// standard library. The checks here turn a mismatch that can be seen at compile time into an error.
+// The C++ headers are for hosts with the standard library that Kestrel was built with: the records
+// hold wide strings in place, the library fills a vector of the host, and errors are raised across
+// the border. The checks here turn a mismatch that can be seen at compile time into an error. For
+// all other hosts there is the plain C interface, kestrel.h.
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "kestrel_version.h"
+
+// The strings and vectors of two libraries may have the same sizes and other contents.
+#if (defined(KESTREL_STANDARD_LIBRARY_LIBSTDCXX) && !defined(__GLIBCXX__)) || \
+    (defined(KESTREL_STANDARD_LIBRARY_MSVC) && !defined(_MSVC_STL_VERSION))
+#error "kestrel: the library was built with another C++ standard library; include kestrel.h instead"
+#endif
 
 static_assert(sizeof(void*) == 8, "kestrel: 64-bit platforms only");
-static_assert(sizeof(std::wstring) == 32,
-              "kestrel: this standard library's wide string does not take 32 bytes, so the records "
-              "AudioStreamInfo and ServiceMapResult cannot have their fixed layout. Build with "
-              "libstdc++, or with the release (not debug) run-time library of MSVC.");
+static_assert(
+    sizeof(std::wstring) == 32 && sizeof(std::vector<int>) == 24,
+    "kestrel: the library cannot share strings and vectors with a host that is built with "
+    "-D_GLIBCXX_DEBUG, with -D_GLIBCXX_USE_CXX11_ABI=0 or with the debug run-time library "
+    "of MSVC; build without it, or include kestrel.h instead");

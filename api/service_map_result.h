@@ -21,12 +21,9 @@ struct TrackSlot {
 /// Number of slots in a ServiceMapResult.
 inline constexpr std::int32_t kSlotCount = 32;
 
-/// The slots of a record before any is used.
-inline constexpr std::array<TrackSlot, kSlotCount> kUnusedSlots{};
-
 struct ServiceMapResult {
   /// One slot per track of the service, in order; the rest unused.
-  std::array<TrackSlot, kSlotCount> slots = kUnusedSlots;
+  std::array<TrackSlot, kSlotCount> slots{};
   /// Number of tracks of the service, at most 32; -1 for a service of unknown name.
   std::int32_t trackCount = 0;
   std::uint8_t reported = 0;   ///< 1: the service is to be reported

@@ -7,6 +7,7 @@
 
 #include "catalogue_ids.h"
 #include "export.h"
+#include "host_runtime.h"
 
 namespace kestrel {
 extern "C" {

@@ -1,10 +1,8 @@
-// The exported queries of the catalogue: each reads one table. A NULL buffer is looked at before
-// the id, so that it never raises.
+// The exported queries of the catalogue: each reads one table. The test for a NULL buffer comes
+// before the look-up of the id, so that a call with one never raises.
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <span>
-#include <string_view>
 
 #include "api/catalogue.h"
 #include "catalogue/catalogue_tables.h"
@@ -13,11 +11,7 @@ namespace kestrel {
 
 namespace {
 
-std::int64_t length(std::string_view text) { return static_cast<std::int64_t>(text.size()); }
-
-std::int64_t length(std::span<const std::int32_t> list) {
-  return static_cast<std::int64_t>(list.size());
-}
+std::int64_t length(const auto& list) { return static_cast<std::int64_t>(list.size()); }
 
 std::int64_t copyOut(std::span<const std::int32_t> list, std::int32_t* out) {
   std::ranges::copy(list, out);
@@ -46,8 +40,7 @@ std::int64_t getServiceMapItemNameLength(std::int32_t item) {
 
 void getServiceMapItemName(std::int32_t item, char* name) {
   if (name == nullptr) return;
-  const std::string_view text = ServiceMapItemNames.at(item);
-  std::memcpy(name, text.data(), text.size() + 1);  // names are literals: the NUL follows
+  *std::ranges::copy(ServiceMapItemNames.at(item), name).out = '\0';
 }
 
 std::int64_t getStreamTypesCount(std::int32_t item) {

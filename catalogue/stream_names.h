@@ -1,28 +1,41 @@
 // Names of the streams of a layout, and the way back from names to ids.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 #include "api/catalogue_ids.h"
-#include "catalogue/catalogue_tables.h"
 
 namespace kestrel {
 
-/// As many characters as the longest name of a stream may have.
-inline constexpr std::size_t kLongestStreamName = 15;
+/// A short text held in place, so that making one allocates nothing.
+class InlineText {
+ public:
+  constexpr void append(std::string_view part) {
+    std::ranges::copy(part, characters_.data() + size_);
+    size_ += part.size();
+  }
+  constexpr std::size_t size() const { return size_; }
+  constexpr operator std::string_view() const { return {characters_.data(), size_}; }
 
-/// The name of the stream at a position of an item, with a NUL behind it: that of its type, and an
-/// ordinal where the item holds the type more than once ("Stereo", "Mono 3"). Raises
-/// std::out_of_range when the item is unknown or holds no such position.
-std::string_view streamName(ServiceMapItem item, std::int32_t position);
+ private:
+  std::array<char, 79> characters_{};  // the longest is the text of 16 Mono streams
+  std::size_t size_ = 0;
+};
 
-/// The stream type with exactly this NUL-terminated name; kUnknown when there is none.
-StreamType streamTypeNamed(const char* name) noexcept;
+/// The name of the stream at a position of an item: that of its type, and an ordinal where the item
+/// holds the type more than once ("Stereo", "Mono 3"). Raises std::out_of_range when the item is
+/// unknown or holds no such position.
+InlineText streamName(ServiceMapItem item, std::int32_t position);
 
-/// The stream types of an item as names joined by commas, with a NUL behind them. Raises
-/// std::out_of_range for an unknown item.
+/// The stream type with exactly this name; kUnknown when there is none.
+StreamType streamTypeNamed(std::string_view name) noexcept;
+
+/// The stream types of an item as names joined by commas. Raises std::out_of_range for an unknown
+/// item.
 std::string_view streamTypesText(ServiceMapItem item);
 
 /// The first item whose stream types, as names joined by commas, are this text;

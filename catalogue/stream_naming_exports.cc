@@ -1,7 +1,6 @@
 // The exported functions that name streams and stream types.
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
 
 #include "api/stream_naming.h"
@@ -16,16 +15,11 @@ namespace {
 // The one text that getStreamTypeSymbol() hands out; its longest name is "5.1 Mix".
 constinit char streamTypeSymbol[8] = "";
 
-consteval bool symbolHoldsEveryName() {
-  return std::ranges::all_of(
-      StreamTypeNames, [](std::string_view name) { return name.size() < sizeof streamTypeSymbol; });
-}
-static_assert(symbolHoldsEveryName());
+static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {
+  return name.size() < sizeof streamTypeSymbol;
+}));
 
-// Every name is a constant with a NUL behind it.
-void copyWithNul(std::string_view name, char* out) {
-  std::memcpy(out, name.data(), name.size() + 1);
-}
+void copyWithNul(std::string_view name, char* out) { *std::ranges::copy(name, out).out = '\0'; }
 
 std::int32_t copyName(StreamType type, char* out) {
   const std::string_view name = StreamTypeNames.at(type);
@@ -54,9 +48,7 @@ std::int32_t getStreamTypeSymbolicLength(StreamType type) {
 
 std::int32_t getStreamTypeSymbolic(StreamType type, char* name) { return copyName(type, name); }
 
-StreamType streamTypeFromStr(const char* name) {
-  return name == nullptr ? kUnknown : streamTypeNamed(name);
-}
+StreamType streamTypeFromStr(const char* name) { return streamTypeNamed(viewOf(name)); }
 
 ServiceMapItem serviceMapItemFromStr(const char* streamTypes) {
   return itemOfStreamTypes(viewOf(streamTypes));

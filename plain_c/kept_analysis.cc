@@ -21,9 +21,8 @@ KestrelTrack trackOf(const TrackSlot& slot) {
   return {slot.trackNumber, slot.group, slot.sourceGroup, slot.indexInGroup, -1};
 }
 
-KeptService keptService(const PlacedService& placed, const FileTracks& tracks) {
+void keep(const PlacedService& placed, const FileTracks& tracks, KeptService& kept) {
   const ExpectedService& service = *placed.service;
-  KeptService kept;
   kept.record.trackCount = placed.trackCount;
   kept.record.serviceIndex = service.index;
   kept.record.streamType = service.streamType;
@@ -35,7 +34,6 @@ KeptService keptService(const PlacedService& placed, const FileTracks& tracks) {
   std::ranges::transform(slots, kept.record.slots, trackOf);
   if (placed.labels) std::ranges::copy(textOf(*placed.labels), kept.derivedLabel.begin());
   kept.takesHostsOrder = placed.takesHostsOrder;
-  return kept;
 }
 
 std::vector<KeptService> keptServices(const AudioServiceMapManager& analyser) {
@@ -43,7 +41,7 @@ std::vector<KeptService> keptServices(const AudioServiceMapManager& analyser) {
   std::vector<KeptService> kept;
   kept.reserve(placed.size());
   for (const PlacedService& service : placed)
-    kept.push_back(keptService(service, analyser.fileTracks()));
+    keep(service, analyser.fileTracks(), kept.emplace_back());
   return kept;
 }
 

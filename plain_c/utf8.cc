@@ -16,9 +16,8 @@ std::uint32_t byteAt(std::string_view text, std::size_t i) {
   return static_cast<unsigned char>(text[i]);
 }
 
-// Length of a character by its lead byte; 0 if none begins so.
+// Length of a character that is not ASCII by its lead byte; 0 if none begins so.
 std::size_t lengthByLead(std::uint32_t lead) {
-  if (lead < 0x80) return 1;
   if (lead < 0xC2 || lead > 0xF4) return 0;
   if (lead < 0xE0) return 2;
   return lead < 0xF0 ? 3 : 4;
@@ -34,12 +33,12 @@ bool isFirstTrail(std::uint32_t lead, std::uint32_t byte) {
   return true;
 }
 
-// Length of the well-formed character at the front of a text that is not empty; 0 if there is none.
+// Length of the well-formed character at the front of a text that does not begin with ASCII; 0 if
+// there is none.
 std::size_t wellFormedLength(std::string_view text) {
   const std::uint32_t lead = byteAt(text, 0);
   const std::size_t length = lengthByLead(lead);
-  if (length < 2) return length;
-  if (length > text.size() || !isFirstTrail(lead, byteAt(text, 1))) return 0;
+  if (length == 0 || length > text.size() || !isFirstTrail(lead, byteAt(text, 1))) return 0;
   return std::ranges::all_of(text.substr(1, length - 1), isTrail) ? length : 0;
 }
 
@@ -47,7 +46,7 @@ std::size_t wellFormedLength(std::string_view text) {
 
 std::optional<std::size_t> firstBadByte(std::string_view text) noexcept {
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = wellFormedLength(text.substr(at));
+    const std::size_t length = byteAt(text, at) < 0x80 ? 1 : wellFormedLength(text.substr(at));
     if (length == 0) return at;
     at += length;
   }

@@ -32,8 +32,6 @@ class GroupMatcher {
   std::optional<std::int64_t> matchChannels(const R123GroupRequirement& group, std::int64_t first);
   std::optional<std::int64_t> matchDolbyE(const R123GroupRequirement& group, std::int64_t first);
 
-  void takeChannels(ServiceMapResult& record, const AudioStreamInfo& track, std::int64_t count);
-
   bool exists(std::int64_t track) const {
     return track >= 0 && track < static_cast<std::int64_t>(streams_.size());
   }
@@ -44,7 +42,6 @@ class GroupMatcher {
   std::span<const AudioStreamInfo> streams_;
   std::vector<ServiceMapResult> records_;
   std::int64_t offset_ = 0;  // into the current track, where an earlier group ended inside it
-  std::size_t slotsUsed_ = 0;
 };
 
 bool GroupMatcher::matchAll(std::span<const R123GroupRequirement> groups) {
@@ -60,47 +57,50 @@ bool GroupMatcher::matchAll(std::span<const R123GroupRequirement> groups) {
   return std::ranges::any_of(groups, [](const auto& group) { return group.report != 0; });
 }
 
-// How many channels one step takes from a track with `free` channels when `lacking` are still
-// needed. From a track that has more than enough it takes what would be left over: the channels
-// that are counted here never allow the two to differ, and the rule is kept as it always was.
+// How many channels a group that lacks some takes from a track. Where more are free than it lacks,
+// it takes what would be left over, again and again until it has enough. Each time as many are left
+// over as before, so this is what it lacks, rounded up; and it ends before the track does. Widths
+// below 0 make a group lack up to two thousand million channels: the rounding spares the steps.
 std::int64_t channelsToTake(std::int64_t free, std::int64_t lacking) {
-  return free <= lacking ? free : free - lacking;
+  if (free <= lacking) return free;
+  const std::int64_t leftOver = free - lacking;
+  return (lacking + leftOver - 1) / leftOver * leftOver;
+}
+
+// Fills the slots that follow the `used` ones and returns how many are used then. Channels past the
+// last slot have none.
+std::size_t addSlots(ServiceMapResult& record, std::size_t used, const AudioStreamInfo& track,
+                     std::int64_t firstChannel, std::int64_t count) {
+  const std::int64_t number = leadingNumber(track.streamId);
+  for (std::int64_t i = 0; i < count && used < record.slots.size(); ++i)
+    record.slots[used++] = {number, track.group, -1, static_cast<std::int32_t>(firstChannel + i)};
+  return used;
 }
 
 std::optional<std::int64_t> GroupMatcher::matchChannels(const R123GroupRequirement& group,
                                                         std::int64_t first) {
-  if (group.streamType > static_cast<std::uint32_t>(k71Mix)) return std::nullopt;
-  const std::int64_t needed = StreamTypeWidths.at(static_cast<StreamType>(group.streamType));
+  if (group.streamType > static_cast<std::uint32_t>(k71Mix) || !exists(first)) return std::nullopt;
+  std::int64_t lacking = StreamTypeWidths.at(static_cast<StreamType>(group.streamType));
   ServiceMapResult record;
-  record.trackCount = static_cast<std::int32_t>(needed);
+  record.trackCount = static_cast<std::int32_t>(lacking);
   record.reported = group.report != 0 ? 1 : 0;
-  slotsUsed_ = 0;
+  std::size_t slotsUsed = 0;
   std::int64_t consumed = 0;
-  for (std::int64_t taken = 0; taken < needed;) {
-    if (!exists(first) || !exists(first + consumed)) return std::nullopt;
+  while (lacking > 0) {
+    if (!exists(first + consumed)) return std::nullopt;
     const AudioStreamInfo& track = at(first + consumed);
     if (formatKeysOf(at(first)) != formatKeysOf(track)) return std::nullopt;
-    const std::int64_t free = track.channelCount - offset_;
-    const std::int64_t step = channelsToTake(free, needed - taken);
-    // A step that leaves channels free leaves as many lacking less as it took, and so is followed
-    // by equal steps until nothing is lacking; they are taken together.
-    const bool endsTrack = free <= needed - taken;
-    const std::int64_t steps = endsTrack ? 1 : (needed - taken + step - 1) / step;
-    takeChannels(record, track, step * steps);
-    taken += step * steps;
-    offset_ = endsTrack ? 0 : offset_ + step * steps;
-    if (endsTrack) ++consumed;
+    const std::int64_t count = channelsToTake(track.channelCount - offset_, lacking);
+    slotsUsed = addSlots(record, slotsUsed, track, offset_, count);
+    lacking -= count;
+    offset_ += count;
+    if (offset_ == track.channelCount) {
+      offset_ = 0;
+      ++consumed;
+    }
   }
   if (group.report != 0) records_.push_back(std::move(record));
   return consumed;
-}
-
-// Fills the next free slots; channels past the last slot have none.
-void GroupMatcher::takeChannels(ServiceMapResult& record, const AudioStreamInfo& track,
-                                std::int64_t count) {
-  const std::int64_t number = leadingNumber(track.streamId);
-  for (std::int64_t i = 0; i < count && slotsUsed_ < record.slots.size(); ++i)
-    record.slots[slotsUsed_++] = {number, track.group, -1, static_cast<std::int32_t>(offset_ + i)};
 }
 
 std::optional<std::int64_t> GroupMatcher::matchDolbyE(const R123GroupRequirement& group,

@@ -17,15 +17,14 @@ enum class CodeTest {
 
 struct LayoutCodeRule {
   CodeTest test;
-  std::string_view code;  // in lower case, with a NUL behind it
+  std::string_view code;  // in lower case, followed by a NUL
   ServiceMapItem item;
 };
 
 /// The rules in the order in which they are tried.
 std::span<const LayoutCodeRule> layoutCodeRules() noexcept;
 
-/// The item of the first rule that a NUL-terminated text meets; NO_SERVICE_MAP_ITEM when it meets
-/// none.
-ServiceMapItem itemOfLayoutCode(const char* text) noexcept;
+/// The item of the first rule that holds for a text; NO_SERVICE_MAP_ITEM when none does.
+ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept;
 
 }  // namespace kestrel

@@ -230,7 +230,7 @@ std::vector<std::pair<std::int32_t, std::int32_t>> links(std::vector<AudioStream
     EXPECT_EQ(own.formatKeys[1], -own.formatKeys[0]);
     EXPECT_EQ(own.formatKeys[2], own.formatKeys[0] * 3);
     // A stream's own labels are as many as its index and two.
-    list.emplace_back(static_cast<std::int32_t>(own.labels.count) - 2, own.formatKeys[0]);
+    list.emplace_back(own.labels.count - 2, own.formatKeys[0]);
   }
   return list;
 }
