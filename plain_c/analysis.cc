@@ -1,8 +1,7 @@
 // The analysis part of the plain C interface.
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <new>
+#include <vector>
 
 #include "api/kestrel.h"
 #include "api/service_map_result.h"

@@ -1,12 +1,10 @@
-// What every function of the plain C interface shares: the barrier that turns raised errors into
-// statuses, the rules for buffers, and strict UTF-8.
+// What the functions of the plain C interface share: the barrier that turns raised errors into
+// statuses, for those that can raise any, and the rules for buffers.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string_view>

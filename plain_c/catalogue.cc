@@ -1,4 +1,4 @@
-// The catalogue part of the plain C interface.
+// The catalogue part of the plain C interface, layout codes included.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -9,8 +9,10 @@
 #include "catalogue/catalogue_tables.h"
 #include "catalogue/stream_names.h"
 #include "plain_c/barrier.h"
+#include "standards/layout_code.h"
 
-namespace kestrel {
+// The functions of the interface are global; what they use is not.
+using namespace kestrel;
 
 namespace {
 
@@ -59,11 +61,6 @@ ServiceMapItem itemNamed(std::string_view name) {
 }
 
 }  // namespace
-
-}  // namespace kestrel
-
-// The functions of the interface are global; what they use is not.
-using namespace kestrel;
 
 const char* kestrelStatusText(KestrelStatus status) {
   const bool known = status >= 0 && static_cast<std::size_t>(status) < kStatusTexts.size();
@@ -138,4 +135,18 @@ KestrelStatus kestrelStreamTypeTracks(int32_t type, int32_t* tracks) {
 
 KestrelStatus kestrelStreamTypeFromName(const char* name, int32_t* type) {
   return answerName(name, type, KESTREL_UNKNOWN, streamTypeNamed);
+}
+
+KestrelStatus kestrelItemFromLayoutCode(const char* code, int32_t* item) {
+  return answerName(code, item, NO_SERVICE_MAP_ITEM, itemOfLayoutCode);
+}
+
+KestrelStatus kestrelLayoutCode(int32_t index, const char** code, int32_t* item) {
+  if (anyNull(code, item)) return KESTREL_NULL_ARGUMENT;
+  const auto rules = layoutCodeRules();
+  if (index < 0 || static_cast<std::size_t>(index) >= rules.size()) return KESTREL_BAD_INDEX;
+  const LayoutCodeRule& rule = rules[static_cast<std::size_t>(index)];
+  *code = rule.code.data();
+  *item = rule.item;
+  return KESTREL_OK;
 }

@@ -18,58 +18,31 @@ static_assert(KESTREL_KEY3_DIFFERS == KESTREL_KEY1_DIFFERS + 2);
 constexpr std::int32_t kNone = -1;
 constexpr std::int32_t kFirstRemark = 100;
 
-// The findings so far. Those of each list are added in the order of the services.
-class FindingList {
- public:
-  FindingList(const FileTracks& tracks, std::pmr::memory_resource* memory)
-      : tracks_(tracks), errors_(memory), remarks_(memory) {}
-
-  // `service` is nullptr for a finding on no service.
-  KestrelFinding& add(std::int32_t code, const ExpectedService* service) {
-    KestrelFinding finding{};
-    finding.code = code;
-    finding.service = service == nullptr ? kNone : service->index;
-    finding.slot = finding.stream = kNone;
-    finding.track = finding.textOffset = finding.textLength = kNone;
-    return (code < kFirstRemark ? errors_ : remarks_).emplace_back(finding);
-  }
-
-  KestrelFinding& addAt(std::int32_t code, const ExpectedService* service, std::int32_t slot,
-                        TrackCursor at) {
-    KestrelFinding& finding = add(code, service);
-    finding.slot = slot;
-    finding.stream = tracks_.stream(at).index;
-    finding.track = tracks_.stream(at).trackNumber;
-    return finding;
-  }
-
-  std::vector<KestrelFinding> all() const {
-    std::vector<KestrelFinding> all;
-    all.reserve(errors_.size() + remarks_.size());
-    all.insert(all.end(), errors_.begin(), errors_.end());
-    all.insert(all.end(), remarks_.begin(), remarks_.end());
-    return all;
-  }
-
- private:
-  const FileTracks& tracks_;
-  std::pmr::vector<KestrelFinding> errors_;
-  std::pmr::vector<KestrelFinding> remarks_;
-};
-
 class Diagnosis {
  public:
-  Diagnosis(const AudioServiceMapManager& analyser, const DiagnosedRequest& request,
-            std::pmr::memory_resource* memory);
+  Diagnosis(const AudioServiceMapManager& analyser, const CheckedRequest& request,
+            std::pmr::memory_resource* memory)
+      : analyser_(analyser),
+        tracks_(analyser.fileTracks()),
+        request_(request),
+        errors_(memory),
+        remarks_(memory) {
+    SurroundLabels labels(memory);
+    appendLabels(request.surroundChannelOrder, labels);
+    hostsOrder_ = checkSurroundLabels(labels);
+  }
 
   void explainUntouched();
   void explainDisagreements();
   void explainServices(Outcome outcome);
   void explainRest();
 
-  std::vector<KestrelFinding> findings() const { return findings_.all(); }
+  std::vector<KestrelFinding> findings() const;
 
  private:
+  KestrelFinding& add(std::int32_t code, const ExpectedService* service);
+  KestrelFinding& addAt(std::int32_t code, const ExpectedService* service, std::int32_t slot,
+                        TrackCursor at);
   void addTooFewTracks(const ExpectedService& service, std::int32_t found);
   void addWithoutTrack(const ExpectedService& service);
   void explainElement(const ExpectedService& service);
@@ -79,46 +52,64 @@ class Diagnosis {
 
   const AudioServiceMapManager& analyser_;
   const FileTracks& tracks_;
-  DiagnosedRequest request_;
+  const CheckedRequest& request_;
   std::optional<SurroundOrder> hostsOrder_;  // if it has all six labels
-  FindingList findings_;
+  // Each in the order of the services.
+  std::pmr::vector<KestrelFinding> errors_;
+  std::pmr::vector<KestrelFinding> remarks_;
 };
 
-Diagnosis::Diagnosis(const AudioServiceMapManager& analyser, const DiagnosedRequest& request,
-                     std::pmr::memory_resource* memory)
-    : analyser_(analyser),
-      tracks_(analyser.fileTracks()),
-      request_(request),
-      findings_(tracks_, memory) {
-  SurroundLabels labels(memory);
-  appendLabels(request.surroundChannelOrder, labels);
-  hostsOrder_ = checkSurroundLabels(labels);
+std::vector<KestrelFinding> Diagnosis::findings() const {
+  std::vector<KestrelFinding> all;
+  all.reserve(errors_.size() + remarks_.size());
+  all.insert(all.end(), errors_.begin(), errors_.end());
+  all.insert(all.end(), remarks_.begin(), remarks_.end());
+  return all;
+}
+
+// On no service if that is nullptr.
+KestrelFinding& Diagnosis::add(std::int32_t code, const ExpectedService* service) {
+  KestrelFinding& finding = (code < kFirstRemark ? errors_ : remarks_).emplace_back();
+  finding.code = code;
+  finding.service = service == nullptr ? kNone : service->index;
+  finding.slot = finding.stream = kNone;
+  finding.track = finding.textOffset = finding.textLength = kNone;
+  return finding;
+}
+
+KestrelFinding& Diagnosis::addAt(std::int32_t code, const ExpectedService* service,
+                                 std::int32_t slot, TrackCursor at) {
+  KestrelFinding& finding = add(code, service);
+  finding.slot = slot;
+  finding.stream = tracks_.stream(at).index;
+  finding.track = tracks_.stream(at).trackNumber;
+  return finding;
 }
 
 void Diagnosis::addTooFewTracks(const ExpectedService& service, std::int32_t found) {
-  KestrelFinding& finding = findings_.add(KESTREL_TOO_FEW_TRACKS, &service);
+  KestrelFinding& finding = add(KESTREL_TOO_FEW_TRACKS, &service);
   finding.slot = found;
   finding.first = service.trackCount;
   finding.second = found;
 }
 
 void Diagnosis::addWithoutTrack(const ExpectedService& service) {
-  findings_.add(KESTREL_SERVICE_WITHOUT_TRACK, &service).first = service.trackCount;
+  add(KESTREL_SERVICE_WITHOUT_TRACK, &service).first = service.trackCount;
 }
 
 void Diagnosis::explainUntouched() {
   if (!analyser_.hasStreams()) {
-    findings_.add(KESTREL_NO_STREAMS, nullptr);
+    add(KESTREL_NO_STREAMS, nullptr);
   } else if (analyser_.expectedServices().empty()) {
-    findings_.add(KESTREL_NO_ENTRY, nullptr).first = analyser_.fileTrackCount();
+    add(KESTREL_NO_ENTRY, nullptr).first = analyser_.fileTrackCount();
   } else {
     const Misalignment& misalignment = *analyser_.misalignment();
     if (tracks_.atEnd(misalignment.at)) {
       addTooFewTracks(*misalignment.service, misalignment.slot);
     } else {
       const bool pairCoded = tracks_.stream(misalignment.at).isPairCoded != 0;
-      findings_.addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK,
-                      misalignment.service, misalignment.slot, misalignment.at);
+      addAt(pairCoded ? KESTREL_PAIR_CODED_TRACK : KESTREL_PLAIN_TRACK, misalignment.service,
+            misalignment.slot, misalignment.at);
     }
   }
 }
@@ -133,9 +124,8 @@ void Diagnosis::explainDisagreements() {
     const FormatKeys& right = tracks_.stream(disagreement.right).formatKeys;
     for (std::size_t key = 0; key < left.size(); ++key) {
       if (left[key] == right[key]) continue;
-      KestrelFinding& finding =
-          findings_.addAt(KESTREL_KEY1_DIFFERS + static_cast<std::int32_t>(key),
-                          disagreement.service, disagreement.slot, disagreement.right);
+      KestrelFinding& finding = addAt(KESTREL_KEY1_DIFFERS + static_cast<std::int32_t>(key),
+                                      disagreement.service, disagreement.slot, disagreement.right);
       finding.first = left[key];
       finding.second = right[key];
     }
@@ -158,7 +148,7 @@ void Diagnosis::explainServices(Outcome outcome) {
 void Diagnosis::explainElement(const ExpectedService& service) {
   const std::string_view element = service.element;
   KestrelFinding& finding =
-      findings_.add(element.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE, &service);
+      add(element.empty() ? KESTREL_EMPTY_ELEMENT : KESTREL_UNKNOWN_SERVICE, &service);
   finding.textOffset = element.data() - request_.layoutDescription.data();
   finding.textLength = std::ssize(element);
 }
@@ -166,8 +156,7 @@ void Diagnosis::explainElement(const ExpectedService& service) {
 void Diagnosis::explainPlaced(const PlacedService& placed) {
   if (placed.trackCount == 1 && placed.found == 0) addWithoutTrack(*placed.service);
   if (placed.given > placed.found) {
-    KestrelFinding& run =
-        findings_.addAt(KESTREL_RUN_TOO_LONG, placed.service, kNone, placed.first);
+    KestrelFinding& run = addAt(KESTREL_RUN_TOO_LONG, placed.service, kNone, placed.first);
     run.first = kSlotCount;
     run.second = placed.given;
   }
@@ -183,7 +172,7 @@ void Diagnosis::explainOrder(const PlacedService& placed) {
          (*hostsOrder_)[static_cast<std::size_t>(slot)];
        ++slot)
     tracks_.pass(at, 1);
-  findings_.addAt(KESTREL_LABELS_REORDERED, placed.service, slot, at);
+  addAt(KESTREL_LABELS_REORDERED, placed.service, slot, at);
 }
 
 void Diagnosis::explainLabels(const PlacedService& placed) {
@@ -193,13 +182,13 @@ void Diagnosis::explainLabels(const PlacedService& placed) {
   for (std::int32_t slot = 0; slot < placed.found; ++slot, tracks_.pass(at, 1)) {
     const SurroundLabel label = tracks_.label(at);
     if (label == kNoLabel) {
-      findings_.addAt(KESTREL_LABEL_MISSING, placed.service, slot, at);
+      addAt(KESTREL_LABEL_MISSING, placed.service, slot, at);
     } else if (label == kOtherLabel) {
-      findings_.addAt(KESTREL_LABEL_UNKNOWN, placed.service, slot, at);
+      addAt(KESTREL_LABEL_UNKNOWN, placed.service, slot, at);
     } else if (std::int32_t& first = firstSlot[static_cast<std::size_t>(label)]; first == kNone) {
       first = slot;
     } else {
-      findings_.addAt(KESTREL_LABEL_DOUBLED, placed.service, slot, at).first = first;
+      addAt(KESTREL_LABEL_DOUBLED, placed.service, slot, at).first = first;
     }
   }
 }
@@ -208,7 +197,7 @@ void Diagnosis::explainRest() {
   const TrackCursor end = analyser_.placement().end;
   if (tracks_.atEnd(end)) return;
   const std::int64_t all = tracks_.countFrom({});
-  KestrelFinding& rest = findings_.addAt(KESTREL_TRACKS_LEFT_OVER, nullptr, kNone, end);
+  KestrelFinding& rest = addAt(KESTREL_TRACKS_LEFT_OVER, nullptr, kNone, end);
   rest.first = all - tracks_.countFrom(end);
   rest.second = all;
 }
@@ -216,7 +205,7 @@ void Diagnosis::explainRest() {
 }  // namespace
 
 std::vector<KestrelFinding> diagnose(const AudioServiceMapManager& analyser, Outcome outcome,
-                                     const DiagnosedRequest& request,
+                                     const CheckedRequest& request,
                                      std::pmr::memory_resource* memory) {
   Diagnosis diagnosis(analyser, request, memory);
   if (outcome == Outcome::kUntouched) diagnosis.explainUntouched();

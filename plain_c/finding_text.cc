@@ -1,7 +1,8 @@
 // Each code has one template. Words in braces stand for what the finding and its analysis say:
 //
 //   {service}  "service 2 (Stereo)"       {slot}   the slot, counted from 1
-//   {track}    the track number           {stream} the stream, counted from 1
+//   {place}    "track 12 (stream 3)": its track number, and the stream, counted from 1
+//   {key}      the number of a format key
 //   {first}, {second}                     the two values; {firstSlot} the first one as a slot
 //   {element}  the element of the description, shortened where it is long
 //   {offset}   where it stands in the description, counted from 1
@@ -25,28 +26,24 @@ struct FindingTemplate {
   std::string_view text;
 };
 
+constexpr std::string_view kKeyDiffers =
+    "Track {slot} of {service}, {place}, differs from its neighbour in format key {key}: {first} "
+    "there, {second} here.";
+
 constexpr std::array<FindingTemplate, 17> kTemplates = {{
     {KESTREL_NO_STREAMS, "The file has no audio streams."},
     {KESTREL_NO_ENTRY,
      "The layout description has no entry for {first} tracks; it has entries for {totals}."},
     {KESTREL_PAIR_CODED_TRACK,
-     "Track {slot} of {service} must be an ordinary track, but track {track} (stream {stream}) is "
-     "pair-coded."},
+     "Track {slot} of {service} must be an ordinary track, but {place} is pair-coded."},
     {KESTREL_PLAIN_TRACK,
-     "Track {slot} of {service} must be pair-coded, but track {track} (stream {stream}) is an "
-     "ordinary track."},
+     "Track {slot} of {service} must be pair-coded, but {place} is an ordinary track."},
     {KESTREL_TOO_FEW_TRACKS,
      "The file runs out of tracks at track {slot} of {service}: it needs {first} and gets "
      "{second}."},
-    {KESTREL_KEY1_DIFFERS,
-     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
-     "format key 1: {first} there, {second} here."},
-    {KESTREL_KEY2_DIFFERS,
-     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
-     "format key 2: {first} there, {second} here."},
-    {KESTREL_KEY3_DIFFERS,
-     "Track {slot} of {service}, track {track} (stream {stream}), differs from its neighbour in "
-     "format key 3: {first} there, {second} here."},
+    {KESTREL_KEY1_DIFFERS, kKeyDiffers},
+    {KESTREL_KEY2_DIFFERS, kKeyDiffers},
+    {KESTREL_KEY3_DIFFERS, kKeyDiffers},
     {KESTREL_UNKNOWN_SERVICE,
      "Element {element} at character {offset} of the layout description names no known service, so "
      "{service} takes no tracks."},
@@ -54,22 +51,19 @@ constexpr std::array<FindingTemplate, 17> kTemplates = {{
      "The element at character {offset} of the layout description is empty, so {service} takes no "
      "tracks."},
     {KESTREL_TRACKS_LEFT_OVER,
-     "The services take {first} of the file's {second} tracks; track {track} (stream {stream}) is "
-     "the first that is left over."},
-    {KESTREL_LABEL_MISSING,
-     "Track {slot} of {service}, track {track} (stream {stream}), has no label."},
+     "The services take {first} of the file's {second} tracks; {place} is the first that is left "
+     "over."},
+    {KESTREL_LABEL_MISSING, "Track {slot} of {service}, {place}, has no label."},
     {KESTREL_LABEL_UNKNOWN,
-     "The label of track {slot} of {service}, track {track} (stream {stream}), is none of L, R, C, "
-     "LFE, Ls and Rs."},
+     "The label of track {slot} of {service}, {place}, is none of L, R, C, LFE, Ls and Rs."},
     {KESTREL_LABEL_DOUBLED,
-     "Track {slot} of {service}, track {track} (stream {stream}), has the same label as its track "
-     "{firstSlot}."},
+     "Track {slot} of {service}, {place}, has the same label as its track {firstSlot}."},
     {KESTREL_LABELS_REORDERED,
-     "The labels of {service} are complete, but from its track {slot}, track {track} (stream "
-     "{stream}), on they are not in the surround channel order."},
+     "The labels of {service} are complete, but from its track {slot}, {place}, on they are not in "
+     "the surround channel order."},
     {KESTREL_RUN_TOO_LONG,
-     "A pair-coded run of {service} that begins at track {track} (stream {stream}) has {second} "
-     "tracks, of which the first {first} are reported."},
+     "A pair-coded run of {service} that begins at {place} has {second} tracks, of which the first "
+     "{first} are reported."},
     {KESTREL_SERVICE_WITHOUT_TRACK,
      "No track is left where {service} should stand: the services before it took more than they "
      "occupy."},
@@ -93,6 +87,11 @@ std::string serviceText(const KestrelFinding& finding, const KestrelAnalysis& an
   return name.empty() ? number : number + " (" + shortened(name) + ")";
 }
 
+std::string placeText(const KestrelFinding& finding, const KestrelAnalysis& /*analysis*/) {
+  return "track " + std::to_string(finding.track) + " (stream " +
+         std::to_string(finding.stream + 1) + ")";
+}
+
 using Finding = const KestrelFinding&;
 using Analysis = const KestrelAnalysis&;
 
@@ -103,9 +102,9 @@ struct Word {
 
 constexpr std::array<Word, 10> kWords = {{
     {"service", serviceText},
+    {"place", placeText},
     {"slot", [](Finding f, Analysis) { return std::to_string(f.slot + 1); }},
-    {"track", [](Finding f, Analysis) { return std::to_string(f.track); }},
-    {"stream", [](Finding f, Analysis) { return std::to_string(f.stream + 1); }},
+    {"key", [](Finding f, Analysis) { return std::to_string(f.code - KESTREL_KEY1_DIFFERS + 1); }},
     {"first", [](Finding f, Analysis) { return std::to_string(f.first); }},
     {"second", [](Finding f, Analysis) { return std::to_string(f.second); }},
     {"firstSlot", [](Finding f, Analysis) { return std::to_string(f.first + 1); }},

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <memory>
-#include <span>
+#include <utility>
 
 #include "analyser/audio_service_map_manager.h"
 #include "analyser/call_memory.h"
@@ -45,39 +45,25 @@ std::vector<KeptService> keptServices(const AudioServiceMapManager& analyser) {
   return kept;
 }
 
-// The elements of the services as parts of the copy of their description.
-std::vector<std::string_view> keptElements(std::span<const ExpectedService> services,
-                                           std::string_view description, std::string_view copy) {
-  std::vector<std::string_view> kept;
-  kept.reserve(services.size());
-  for (const ExpectedService& service : services) {
-    const auto offset = service.element.data() - description.data();
-    kept.push_back(copy.substr(static_cast<std::size_t>(offset), service.element.size()));
-  }
-  return kept;
-}
-
 }  // namespace
 
 KestrelAnalysis* makeAnalysis(const KestrelRequest& request) {
   CallMemory memory;
   CheckedRequest checked(request, memory.resource());
-  AudioServiceMapManager analyser(checked.layoutDescription, std::move(checked.streams),
-                                  checked.reportAll, checked.surroundCheck);
-  const Outcome outcome = analyser.detectServices();
   auto kept = std::make_unique<KestrelAnalysis>();
   kept->layoutDescription = checked.layoutDescription;
   kept->surroundChannelOrder = checked.surroundChannelOrder;
+  checked.layoutDescription = kept->layoutDescription;  // what is kept of it must stay valid
+  AudioServiceMapManager analyser(checked.layoutDescription, std::move(checked.streams),
+                                  checked.reportAll, checked.surroundCheck);
+  const Outcome outcome = analyser.detectServices();
   kept->trackTotal = analyser.fileTrackCount();
   kept->outcome = static_cast<std::int32_t>(outcome);
   if (outcome == Outcome::kFilled) kept->services = keptServices(analyser);
-  kept->findings =
-      diagnose(analyser, outcome,
-               {checked.layoutDescription, checked.surroundChannelOrder, checked.surroundCheck},
-               memory.resource());
+  kept->findings = diagnose(analyser, outcome, checked, memory.resource());
   if (!kept->findings.empty())
-    kept->elements = keptElements(analyser.expectedServices(), checked.layoutDescription,
-                                  kept->layoutDescription);
+    for (const ExpectedService& service : analyser.expectedServices())
+      kept->elements.push_back(service.element);
   return kept.release();
 }
 

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <array>
 
+#include "api/layout_code.h"
+#include "catalogue/host_text.h"
+
 namespace kestrel {
 
 namespace {
@@ -44,6 +47,10 @@ ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept {
   for (const LayoutCodeRule& rule : kRules)
     if (holds(rule, text)) return rule.item;
   return NO_SERVICE_MAP_ITEM;
+}
+
+ServiceMapItem GetServiceMapItemByAS11R123(const char* code) {
+  return itemOfLayoutCode(viewOf(code));
 }
 
 }  // namespace kestrel

@@ -8,7 +8,7 @@
 
 #include "api/audio_stream_info.h"
 #include "api/service_map_result.h"
-#include "standards/ebu_r123_configurations.h"
+#include "standards/ebu_r123_evaluation.h"
 
 namespace kestrel::plain {
 
