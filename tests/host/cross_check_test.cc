@@ -107,6 +107,14 @@ TEST(CrossCheckTest, unequalFormatsContradictTheCode) {
             Texts{"bit-depths-differ 1 2: Stereo on tracks 1 and 2 / they differ in format"});
 }
 
+TEST(CrossCheckTest, labelsThatSayNothingAreNoSource) {
+  const std::string pairs = "2x Stereo/Dolby E Pairs + 2 Stereo (R123 12d)";
+  EXPECT_EQ(majority(declared("12d", "- - E - - E - - - -")),
+            "2 of 2 sources (declared code, tracks) speak for \"" + pairs + "\".");
+  EXPECT_EQ(majority(declared("12d", "L R E L R E L R L R")),
+            "3 of 3 sources (declared code, tracks, labels) speak for \"" + pairs + "\".");
+}
+
 TEST(CrossCheckTest, theEvidenceMayFitNoLayout) {
   EXPECT_EQ(majority(declared("8a", "- - -")), "No layout of the catalogue fits the evidence.");
 }

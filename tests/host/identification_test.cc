@@ -74,6 +74,43 @@ TEST(IdentificationTest, streamsAreTakenWhole) {
   EXPECT_EQ(best(mediaOf({plainStream("1", 2), plainStream("2", 2)})), "\"2 Stereo\"");
 }
 
+// The candidate of a layout.
+Candidate candidate(const RawMedia& media, const std::string& name) {
+  for (const Candidate& one : identified(media)) {
+    if (one.item.name == name) {
+      return one;
+    }
+  }
+  return {};
+}
+
+TEST(IdentificationTest, aServiceThatCutsAStreamCosts) {
+  const RawMedia twoOfFour = mediaOf({plainStream("1", 4), plainStream("2", 4)});
+  const struct {
+    RawMedia media;
+    const char* layout;
+    TrackNumbers cut;  // none: nothing is cut
+  } rows[] = {
+      {twoOfFour, "5.1 Mix + Stereo Downmix", trackRange(1, 6)},  // ends inside
+      {twoOfFour, "Stereo + 5.1 Mix", trackRange(3, 6)},          // begins inside
+      {mediaOf({plainStream("1", 4), plainStream("2", 2), plainStream("3", 2)}),
+       "5.1 Mix + Stereo Downmix",
+       {}},  // two whole streams
+      {twoOfFour, "7.1 Mix", {}},
+      {mediaOf({plainStream("1", 8)}), "Stereo + 5.1 Mix", {}},  // a part of one
+  };
+  for (const auto& row : rows) {
+    const Candidate found = candidate(row.media, row.layout);
+    EXPECT_EQ(hasReason(found, "cut-stream"), !row.cut.empty()) << row.layout;
+    for (const Reason& reason : found.reasons) {
+      if (reason.id == "cut-stream") {
+        EXPECT_EQ(reason.points, -3);
+        EXPECT_EQ(reason.tracks, row.cut) << row.layout;
+      }
+    }
+  }
+}
+
 TEST(IdentificationTest, labelsWeighMoreThanStreams) {
   EXPECT_EQ(best(mediaOf({plainStream("1", 8, "L R C LFE Ls Rs L R")})),
             "\"5.1 Mix + Stereo Downmix\"");

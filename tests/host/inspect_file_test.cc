@@ -61,6 +61,19 @@ TEST(InspectFileTest, anErrorKeepsTheFileFromConforming) {
   }
 }
 
+// The track map gives a coded stream its pair, the library counts the channels that it is said to
+// have. Then the library alone knows why.
+TEST(InspectFileTest, anErrorIsNeverWithoutAWord) {
+  RawAudioStream coded = plainStream("1-1", 0);
+  coded.muxingMode = "SMPTE ST 337";
+  const FileResult result = inspectMedia(mediaOf({coded}), expecting("T2=EMCA"));
+  EXPECT_EQ(findingIds(result, Severity::kError), "services-not-carried");
+  EXPECT_EQ(sentenceOf(result, "services-not-carried"),
+            "The file runs out of tracks at track 1 of service 1 (EMCA): it needs 2 and gets 0.");
+  EXPECT_EQ(tracksOfFinding(result, "services-not-carried"), "services-not-carried ");
+  EXPECT_EQ(result.verdict.exitCode, ExitCode::kDoesNotConform);
+}
+
 TEST(InspectFileTest, neighboursOfUnequalFormatAreNamedWithTheirValues) {
   RawMedia media = monoTracks("- -");
   media.audioStreams[1].samplingRate = "44100";
@@ -85,6 +98,8 @@ TEST(InspectFileTest, oddLabelsAreWarnings) {
   } rows[] = {
       {"L R C LFE Ls Rs", "", ""},
       {"L L C LFE Ls Rs", "labels-doubled", "labels-doubled 2"},
+      {"L R L LFE Ls Rs", "labels-doubled", "labels-doubled 3"},
+      {"L R C LFE Ls L", "labels-doubled", "labels-doubled 6"},
       {"L R C LFE Ls -", "labels-incomplete", "labels-incomplete 6"},
       {"L R C LFE X1 X2", "labels-unknown", "labels-unknown 5 6"},
       {"L C R Ls Rs LFE", "labels-reordered", "labels-reordered 1 2 3 4 5 6"},

@@ -22,6 +22,8 @@ TEST(LabelSetsTest, aSetIsTheRightLabelsOnceEach) {
   } rows[] = {{"L R C LFE Ls Rs", LabelSet::k51},
               {"C LFE Ls Rs L R", LabelSet::k51},
               {"L R C LFE Ls Ls", LabelSet::kOther},
+              {"L R L LFE Ls Rs", LabelSet::kOther},  // a double that stands apart
+              {"Ls L R C LFE Rs Lb Ls", LabelSet::kOther},
               {"L R C LFE Ls -", LabelSet::kOther},
               {"L R C LFE Lb Rb", LabelSet::kOther},
               {"L R C LFE Ls Rs Lb Rb", LabelSet::k71},
@@ -44,9 +46,16 @@ TEST(LabelSetsTest, aSetIsTheRightLabelsOnceEach) {
 }
 
 TEST(LabelSetsTest, ordersInUseAreKnown) {
-  EXPECT_TRUE(isUsualOrder(labels("L R C LFE Ls Rs")));
-  EXPECT_TRUE(isUsualOrder(labels("C L R Ls Rs LFE")));
-  EXPECT_FALSE(isUsualOrder(labels("C LFE Ls Rs L R")));
+  for (const char* order : {"L R C LFE Ls Rs",     // delivery
+                            "L C R Ls Rs LFE",     // film
+                            "L R Ls Rs C LFE",     // DTS
+                            "C L R Ls Rs LFE",     // AAC
+                            "L C Ls R LFE Rs"}) {  // Dolby E
+    EXPECT_TRUE(isUsualOrder(labels(order))) << order;
+  }
+  for (const char* order : {"C LFE Ls Rs L R", "L R C LFE Rs Ls", "L R C LFE Ls", "L R", ""}) {
+    EXPECT_FALSE(isUsualOrder(labels(order))) << order;
+  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Real files, read by the real reader process and mapped. The texts are those of mapping_as_text.h.
 #include "host/libmediainfo_reader.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 
 #include "host/expectation.h"
 #include "host/not_examined.h"
+#include "host/reader_process.h"
 #include "tests/host/mapping_as_text.h"
 #include "tests/host/program_run.h"
 #include "tests/host/temporary_directory.h"
@@ -215,6 +217,20 @@ TEST(LibmediainfoReaderTest, whatIsNoMediaIsSaid) {
   const std::string unknown = "not a media file that libmediainfo knows";
   EXPECT_EQ(failureOf(KESTREL_PROGRAM, 60s, directory.write("text.mxf", "plain text\n")), unknown);
   EXPECT_EQ(failureOf(KESTREL_PROGRAM, 60s, directory / "nothing"), "no such file");
+}
+
+TEST(LibmediainfoReaderTest, aFileThatLibmediainfoCannotOpenIsSaid) {
+  const TemporaryDirectory directory;
+  const auto path = directory.write(
+      "reader", fmt::format("#!/bin/sh\necho exited {} 0\ncat >/dev/null\n", kReaderCannotOpen));
+  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+  try {
+    LibmediainfoReader(path.string(), 60s).read(kMedia / "wav_mono.wav");
+    ADD_FAILURE() << "accepted";
+  } catch (const NotExamined& reason) {
+    EXPECT_EQ(reason.id(), "not-opened");
+    EXPECT_STREQ(reason.what(), "cannot be opened by libmediainfo");
+  }
 }
 
 TEST(LibmediainfoReaderTest, aReaderProcessThatGoesWrongIsSaid) {

@@ -30,6 +30,22 @@ TEST(MediainfoJsonTest, everyFieldArrives) {
             "2001PCM1Lx4800024y");
 }
 
+TEST(MediainfoJsonTest, theFirstDeclarationCounts) {
+  const auto record = [](const std::string& layout) {
+    return R"(, {"@type": "Other", "Format": "AS-11 Core", "extra": {"AudioTrackLayout": ")" +
+           layout + "\"}}";
+  };
+  const auto declared = [](const std::string& records) {
+    return mediaFromMediainfoJson(R"({"media": {"track": [{"@type": "General"})" + records + "]}}")
+        .at(0)
+        .media.declaredLayout;
+  };
+  EXPECT_EQ(declared(record("EBU R 123: 8b") + record("EBU R 123: 8a")), "EBU R 123: 8b");
+  EXPECT_EQ(declared(record("EBU R 123: 8a") + record("EBU R 123: 8b")), "EBU R 123: 8a");
+  EXPECT_EQ(declared(record("") + record("EBU R 123: 8b")), "EBU R 123: 8b");
+  EXPECT_EQ(declared(""), "");
+}
+
 TEST(MediainfoJsonTest, severalFilesAreAnArray) {
   const std::string text = "[" + std::string(kOneFile) + ", {\"media\": null}]";
   const std::vector<NamedMedia> files = mediaFromMediainfoJson(text);

@@ -41,6 +41,16 @@ TEST(OutputTest, aPlaceThatIsNotThereIsSaid) {
   EXPECT_EQ(filesIn(directory / "."), 0);
 }
 
+// The name leads to a directory, which no file can replace: only the renaming fails.
+TEST(OutputTest, aFailedReplacementLeavesNothingBeside) {
+  const TemporaryDirectory directory;
+  const fs::path inner = directory / "inner";
+  fs::create_directory(inner);
+  EXPECT_THROW(writeWholeFile(inner / "missing" / "..", "x"), OutputError);
+  EXPECT_EQ(filesIn(inner), 0);
+  EXPECT_EQ(filesIn(directory / "."), 1);
+}
+
 #if !defined(_WIN32)
 
 TEST(OutputTest, aFullDeviceIsSaidAndStaysADevice) {

@@ -80,6 +80,42 @@ TEST(ReaderProcessTest, answersWithTheFieldsOfEachFile) {
   }
 }
 
+// An element of Matroska; no number in the length takes less than eight bytes.
+std::string element(const std::string& id, const std::string& content) {
+  std::string text = id + '\x01';
+  for (int shift = 48; shift >= 0; shift -= 8) {
+    text.push_back(static_cast<char>((content.size() >> shift) & 0xFF));
+  }
+  return text + content;
+}
+
+// A file with one track whose codec has a name of so many characters, all of which are reported.
+std::string mediaWithCodec(std::size_t length) {
+  const std::string head = element("\x1A\x45\xDF\xA3", element("\x42\x82", "matroska"));
+  const std::string track = element("\xD7", "\x01") + element("\x83", "\x02") +
+                            element("\x86", "A_" + std::string(length, 'x'));
+  const std::string tracks = element("\x16\x54\xAE\x6B", element("\xAE", track));
+  return head + element("\x18\x53\x80\x67", tracks);
+}
+
+TEST(ReaderProcessTest, whoWritesTooMuchIsEnded) {
+  const TemporaryDirectory directory;
+  const auto isWhole = [](std::string_view text) { return answerIn(text).has_value(); };
+  ChildProcess reader(readerWords());
+  const auto answerFor = [&](std::size_t length) {
+    const auto file = directory.write("file.mkv", mediaWithCodec(length));
+    const ChildOutcome outcome = reader.ask({textOf(ReaderRequest{"", file.string()}),
+                                             std::chrono::hours(1), 4 * kLongestAnswer, isWhole});
+    EXPECT_EQ(outcome.end, ChildEnd::kAnswered);
+    return answerIn(outcome.output).value_or(ReaderAnswer{false, -1, {}});
+  };
+  EXPECT_EQ(answerFor(1000).code, 0);
+  const ReaderAnswer tooLong = answerFor(kLongestAnswer + kLongestAnswer / 4);
+  EXPECT_TRUE(tooLong.isSignalled);
+  EXPECT_EQ(tooLong.code, SIGKILL);
+  EXPECT_LT(tooLong.output.size(), kLongestAnswer + kLongestAnswer / 4);
+}
+
 TEST(ReaderProcessTest, endsWithItsInput) {
   RunOptions noInput;
   noInput.inputFile = "/dev/null";

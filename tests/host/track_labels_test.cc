@@ -45,9 +45,13 @@ TEST(TrackLabelsTest, areTheFilesOwn) {
       {"L R C LFE Lb Rb", "", false, 6, 1, {"Rb"}},
       {"L R C LFE Lb Rb", "", false, 7, 1, {}},
       {"C", "", false, 5, 1, {"C"}},
+      {"L R C LFE Ls Rs", "", false, 0, 1, {}},  // no part
+      // A part of more channels than one has a label for each, or none.
+      {"L R", "", false, 1, 2, {"L", "R"}},
+      {"L R C LFE Ls Rs", "", false, 1, 2, {}},
+      {"L R C LFE Ls Rs", "", false, 0, 6, {"L", "R", "C", "LFE", "Ls", "Rs"}},
       // Not one label for each channel.
       {"L R", "", false, 0, 6, {}},
-      {"L R C LFE Ls Rs", "", false, 0, 1, {}},
       {"L R C", "", true, 0, 2, {}},
       {"L", "", false, 0, 0, {}},
   };

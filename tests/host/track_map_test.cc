@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/library_analysis.h"
+#include "host/stream_mapping.h"
 #include "tests/host/synthetic_media.h"
 
 namespace kestrel::host {
@@ -50,6 +52,27 @@ TEST(TrackMapTest, theProgrammesOfAWaveFileShareOnePair) {
   media.container = "Wave";
   EXPECT_EQ(trackMapOf(media).tracks.size(), 2u);
   EXPECT_EQ(trackMapOf(media).streams[1].programme, 2);
+}
+
+TEST(TrackMapTest, aSharedPairIsTheLastNumberToo) {
+  const auto wave = [](std::vector<RawAudioStream> streams) {
+    RawMedia media = mediaOf(std::move(streams));
+    media.container = "Wave";
+    return media;
+  };
+  const struct {
+    RawMedia media;
+    Texts names;
+  } rows[] = {
+      {wave({coded("3-1", 2), coded("2", 2), coded("3-2", 2)}), {"3", "3", "2", "2", "3", "3"}},
+      {wave({coded("3-1", 2), coded("3", 2), coded("3-2", 2)}), {"3", "3", "3", "3"}},
+      {wave({coded("2", 2), coded("3-1", 2), coded("3-2", 2)}), {"2", "2", "3", "3"}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(names(trackMapOf(row.media)), row.names);
+    const LibraryStreams streams(mapMedia(row.media).streams);
+    EXPECT_EQ(LibraryAnalysis(streams, "", {}).trackTotal(), std::ssize(row.names));
+  }
 }
 
 TEST(TrackMapTest, partsOfASplitTrackKeepTheReadersIds) {

@@ -58,6 +58,27 @@ TEST(ServiceMap, ASharedPairStreamWithAHyphenCountsByItsNumber) {
       fills(call("T4=EMCA,EMCA", streams), {emca(tracks(7, 1, 0, 3)), emca(tracks(8, 1, 0, 4))}));
 }
 
+// The number ends at a NUL, the text does not.
+TEST(ServiceMap, AHyphenAfterANulIsAHyphen) {
+  const Streams streams = {sharedPair(std::wstring(L"7\0-", 3), 1, 3),
+                           sharedPair(std::wstring(L"8\0-", 3), 1, 4)};
+  EXPECT_TRUE(
+      fills(call("T4=EMCA,EMCA", streams), {emca(tracks(7, 1, 0, 3)), emca(tracks(8, 1, 0, 4))}));
+  EXPECT_TRUE(leavesUntouched(call("T2=EMCA", streams)));
+}
+
+// Each has the bits of a hyphen among its own, or looks like one.
+TEST(ServiceMap, OnlyAHyphenIsAHyphen) {
+  for (const wchar_t character :
+       {L'\u012D', L'\u2D2D', L'\u2010', L'\u2212', L'\uFF0D', L'_', L','}) {
+    const std::wstring end(1, character);
+    const Streams streams = {sharedPair(L"7" + end, 1, 3), sharedPair(L"8" + end, 1, 3)};
+    EXPECT_TRUE(fills(call("T2=EMCA", streams), {emca({{7, 3, 3, 0}, {8, 3, 3, 1}})}))
+        << static_cast<std::uint32_t>(character);
+    EXPECT_TRUE(leavesUntouched(call("T4=EMCA,EMCA", streams)));
+  }
+}
+
 TEST(ServiceMap, ASharedPairStreamIsRememberedByItsNumberToo) {
   const Streams streams = {sharedPair(L"5", 1, 7), pairCoded(L"5-1", 1, 7)};
   EXPECT_TRUE(fills(call("T2=EMCA", streams), {emca({{5, 7, 7, 0}, {5, 7, 7, 0}})}));
