@@ -10,7 +10,7 @@
 #include "host/libmediainfo_reader.h"
 #include "host/mediainfo_json.h"
 #include "host/raw_media_json.h"
-#include "tests/host/mapping_as_text.h"
+#include "tests/host/support/mapping_as_text.h"
 
 namespace kestrel::host {
 namespace {

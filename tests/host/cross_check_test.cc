@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "host/expectation.h"
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {

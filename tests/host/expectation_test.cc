@@ -4,7 +4,7 @@
 
 #include "host/catalogue_items.h"
 #include "host/usage_error.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

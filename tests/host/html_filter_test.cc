@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "host/html_page.h"
-#include "tests/host/html_browser.h"
-#include "tests/host/html_documents.h"
+#include "tests/host/support/html_browser.h"
+#include "tests/host/support/html_documents.h"
 
 namespace kestrel::host {
 namespace {

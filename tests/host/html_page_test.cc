@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "host/html_page.h"
-#include "tests/host/html_browser.h"
-#include "tests/host/html_documents.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/html_browser.h"
+#include "tests/host/support/html_documents.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

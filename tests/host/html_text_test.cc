@@ -4,7 +4,7 @@
 
 #include "host/html_template.h"
 #include "host/html_tracks.h"
-#include "tests/host/html_documents.h"
+#include "tests/host/support/html_documents.h"
 
 namespace kestrel::host {
 namespace {

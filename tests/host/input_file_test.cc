@@ -4,7 +4,7 @@
 #include <sys/stat.h>
 
 #include "host/not_examined.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

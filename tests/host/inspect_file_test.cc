@@ -6,7 +6,7 @@
 #include <new>
 
 #include "host/expectation.h"
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {

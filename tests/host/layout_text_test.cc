@@ -5,7 +5,7 @@
 #include <random>
 
 #include "host/library_analysis.h"
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {

@@ -9,9 +9,9 @@
 
 #include "host/expectation.h"
 #include "host/not_examined.h"
-#include "tests/host/mapping_as_text.h"
-#include "tests/host/program_run.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/mapping_as_text.h"
+#include "tests/host/support/program_run.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/host/program_run.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/program_run.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

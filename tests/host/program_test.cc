@@ -10,8 +10,8 @@
 #include <string>
 
 #include "host/text_table.h"
-#include "tests/host/program_run.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/program_run.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

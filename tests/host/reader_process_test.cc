@@ -15,8 +15,8 @@
 #include "host/child_process.h"
 #include "host/raw_media_json.h"
 #include "host/reader_protocol.h"
-#include "tests/host/program_run.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/program_run.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

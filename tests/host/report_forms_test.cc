@@ -5,8 +5,8 @@
 #include "host/report_lines.h"
 #include "host/report_page.h"
 #include "host/report_totals.h"
-#include "tests/host/html_documents.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/html_documents.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "host/json_lines.h"
-#include "tests/host/html_documents.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/html_documents.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/host/html_browser.h"
-#include "tests/host/scan_program.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/html_browser.h"
+#include "tests/host/support/scan_program.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

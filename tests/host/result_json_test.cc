@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {

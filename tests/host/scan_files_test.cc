@@ -7,7 +7,7 @@
 
 #include "host/scan_file_list.h"
 #include "host/usage_error.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/expectation.h"
-#include "tests/host/html_documents.h"
+#include "tests/host/support/html_documents.h"
 
 namespace kestrel::host {
 namespace {

@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/host/scan_program.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/scan_program.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/host/html_documents.h"
+#include "tests/host/support/html_documents.h"
 
 namespace kestrel::host {
 namespace {

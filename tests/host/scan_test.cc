@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "host/result_json.h"
-#include "tests/host/scan_program.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/scan_program.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

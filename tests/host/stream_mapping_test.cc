@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/host/mapping_as_text.h"
+#include "tests/host/support/mapping_as_text.h"
 
 namespace kestrel::host {
 namespace {

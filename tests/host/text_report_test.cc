@@ -6,7 +6,7 @@
 
 #include "host/expectation.h"
 #include "host/text_table.h"
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,6 +1,6 @@
 // The expressions become a script at the end of the page, which leaves their values in an element
 // of its own; Chromium prints the elements when the page is loaded.
-#include "tests/host/html_browser.h"
+#include "tests/host/support/html_browser.h"
 
 #include <fmt/format.h>
 
@@ -9,7 +9,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

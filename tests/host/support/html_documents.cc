@@ -1,4 +1,4 @@
-#include "tests/host/html_documents.h"
+#include "tests/host/support/html_documents.h"
 
 #include <string>
 #include <vector>

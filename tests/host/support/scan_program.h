@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/host/program_run.h"
+#include "tests/host/support/program_run.h"
 
 namespace kestrel::host {
 

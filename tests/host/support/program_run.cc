@@ -1,4 +1,4 @@
-#include "tests/host/program_run.h"
+#include "tests/host/support/program_run.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

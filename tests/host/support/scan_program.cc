@@ -1,4 +1,4 @@
-#include "tests/host/scan_program.h"
+#include "tests/host/support/scan_program.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@
 #include <thread>
 
 #include "host/result_json.h"
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
 namespace {

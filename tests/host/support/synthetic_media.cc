@@ -1,4 +1,4 @@
-#include "tests/host/synthetic_media.h"
+#include "tests/host/support/synthetic_media.h"
 
 #include <fmt/format.h>
 

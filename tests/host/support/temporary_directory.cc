@@ -1,4 +1,4 @@
-#include "tests/host/temporary_directory.h"
+#include "tests/host/support/temporary_directory.h"
 
 #include <fstream>
 #include <random>

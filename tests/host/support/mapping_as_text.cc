@@ -1,4 +1,4 @@
-#include "tests/host/mapping_as_text.h"
+#include "tests/host/support/mapping_as_text.h"
 
 #include "host/utf8.h"
 
