@@ -17,6 +17,8 @@
 #include "fuzz/harness.h"
 #include "fuzz/host_text.h"
 #include "fuzz/text_fields.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/expectation.h"
 #include "host/html_page.h"
 #include "host/inspect_file.h"
@@ -25,8 +27,6 @@
 #include "host/result_json.h"
 #include "host/stream_mapping.h"
 #include "host/text_report.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 #if !defined(_WIN32)
 #include "host/raw_media_json.h"

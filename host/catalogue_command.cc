@@ -5,13 +5,13 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/basics/json.h"
+#include "host/basics/output.h"
+#include "host/basics/text_table.h"
 #include "host/catalogue_items.h"
 #include "host/catalogue_json.h"
 #include "host/command.h"
-#include "host/json.h"
 #include "host/layout_codes.h"
-#include "host/output.h"
-#include "host/text_table.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,7 +1,7 @@
 // The catalogue and the layout codes as JSON; docs/host.md describes the members.
 #pragma once
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

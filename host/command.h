@@ -5,7 +5,7 @@
 
 #include <functional>
 
-#include "host/exit_code.h"
+#include "host/basics/exit_code.h"
 
 namespace CLI {
 class App;

@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "api/kestrel.h"
-#include "host/output.h"
-#include "host/text_parts.h"
-#include "host/usage_error.h"
+#include "host/basics/output.h"
+#include "host/basics/text_parts.h"
+#include "host/basics/usage_error.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,13 +6,13 @@
 #include <array>
 #include <fstream>
 
+#include "host/basics/nearest_name.h"
+#include "host/basics/text_parts.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/catalogue_items.h"
 #include "host/layout_codes.h"
 #include "host/layout_text.h"
-#include "host/nearest_name.h"
-#include "host/text_parts.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

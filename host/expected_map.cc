@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
+#include "host/basics/text_parts.h"
 #include "host/format_findings.h"
 #include "host/label_findings.h"
 #include "host/layout_text.h"
-#include "host/text_parts.h"
 
 namespace kestrel::host {
 namespace {

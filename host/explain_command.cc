@@ -2,11 +2,11 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "host/basics/output.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/command.h"
 #include "host/layout_explanation.h"
-#include "host/output.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "host/basics/json.h"
 #include "host/html_section.h"
-#include "host/json.h"
 
 namespace kestrel::host {
 

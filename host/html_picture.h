@@ -2,8 +2,8 @@
 // which they disagree marked.
 #pragma once
 
+#include "host/basics/json.h"
 #include "host/html_marks.h"
-#include "host/json.h"
 
 namespace kestrel::host {
 

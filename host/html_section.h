@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 #include "host/scan_summary.h"
 
 namespace kestrel::host {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

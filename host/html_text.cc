@@ -7,7 +7,7 @@
 #include <array>
 #include <cstdint>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,8 +1,8 @@
 // The picture of the tracks in rows and columns of text.
 #pragma once
 
+#include "host/basics/json.h"
 #include "host/html_marks.h"
-#include "host/json.h"
 
 namespace kestrel::host {
 

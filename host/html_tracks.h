@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

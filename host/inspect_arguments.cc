@@ -5,10 +5,10 @@
 #include <CLI/CLI.hpp>
 #include <array>
 
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/expectation.h"
 #include "host/platform_reader.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,17 +6,17 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/basics/json.h"
+#include "host/basics/messages.h"
+#include "host/basics/output.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/command.h"
 #include "host/html_page.h"
 #include "host/inspect_arguments.h"
-#include "host/json.h"
 #include "host/json_reader.h"
-#include "host/messages.h"
-#include "host/output.h"
 #include "host/result_json.h"
 #include "host/text_report.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

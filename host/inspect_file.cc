@@ -7,13 +7,13 @@
 #include <new>
 #include <utility>
 
+#include "host/basics/utf8.h"
 #include "host/cross_check.h"
 #include "host/expectation.h"
 #include "host/expected_map.h"
 #include "host/identification.h"
 #include "host/not_examined.h"
 #include "host/stream_mapping.h"
-#include "host/utf8.h"
 #include "host/verdict.h"
 
 namespace kestrel::host {

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/basics/utf8.h"
 #include "host/result_json.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

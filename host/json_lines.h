@@ -9,7 +9,7 @@
 #include <functional>
 #include <stdexcept>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <system_error>
 
-#include "host/output.h"
-#include "host/utf8.h"
+#include "host/basics/output.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -5,9 +5,9 @@
 #include <fstream>
 #include <iostream>
 
+#include "host/basics/utf8.h"
 #include "host/input_file.h"
 #include "host/not_examined.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

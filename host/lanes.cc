@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "host/text_table.h"
-#include "host/utf8.h"
+#include "host/basics/text_table.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "host/basics/text_style.h"
 #include "host/file_result.h"
-#include "host/text_style.h"
 
 namespace kestrel::host {
 

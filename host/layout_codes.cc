@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "api/kestrel.h"
-#include "host/text_parts.h"
+#include "host/basics/text_parts.h"
 
 namespace kestrel::host {
 namespace {

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
+#include "host/basics/text_parts.h"
+#include "host/basics/text_table.h"
+#include "host/basics/utf8.h"
 #include "host/catalogue_items.h"
 #include "host/layout_text.h"
-#include "host/text_parts.h"
-#include "host/text_table.h"
 #include "host/track_map.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

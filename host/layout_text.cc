@@ -8,8 +8,8 @@
 #include <array>
 #include <numeric>
 
-#include "host/nearest_name.h"
-#include "host/text_parts.h"
+#include "host/basics/nearest_name.h"
+#include "host/basics/text_parts.h"
 
 namespace kestrel::host {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

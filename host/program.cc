@@ -2,8 +2,8 @@
 
 #include <exception>
 
+#include "host/basics/messages.h"
 #include "host/command_line.h"
-#include "host/messages.h"
 
 namespace kestrel::host {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/exit_code.h"
+#include "host/basics/exit_code.h"
 
 namespace kestrel::host {
 

@@ -6,7 +6,7 @@
 
 #include <shellapi.h>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "host/basics/text_parts.h"
 #include "host/not_examined.h"
-#include "host/text_parts.h"
 
 namespace kestrel::host {
 namespace {

@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
+#include "host/basics/messages.h"
+#include "host/basics/output.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/command.h"
-#include "host/messages.h"
-#include "host/output.h"
 #include "host/report_lines.h"
 #include "host/report_page.h"
 #include "host/report_totals.h"
 #include "host/scan_file_list.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -7,8 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "host/basics/json.h"
 #include "host/html_page.h"
-#include "host/json.h"
 #include "host/result_json.h"
 
 namespace kestrel::host {

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 #include <unordered_set>
 
-#include "host/file_place.h"
+#include "host/basics/file_place.h"
+#include "host/basics/utf8.h"
 #include "host/json_lines.h"
 #include "host/result_json.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

@@ -1,8 +1,8 @@
 // A result as JSON, in the form of docs/schema/kestrel-result-1.json.
 #pragma once
 
+#include "host/basics/json.h"
 #include "host/file_result.h"
-#include "host/json.h"
 
 namespace kestrel::host {
 

@@ -10,9 +10,11 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "host/json.h"
+#include "host/basics/json.h"
+#include "host/basics/messages.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/json_lines_file.h"
-#include "host/messages.h"
 #include "host/progress_bar.h"
 #include "host/result_json.h"
 #include "host/scan_files.h"
@@ -22,8 +24,6 @@
 #include "host/scan_resume.h"
 #include "host/scan_summary.h"
 #include "host/scan_workers.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

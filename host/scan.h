@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "host/exit_code.h"
+#include "host/basics/exit_code.h"
 #include "host/inspect_file.h"
 
 namespace kestrel::host {

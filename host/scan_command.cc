@@ -7,12 +7,12 @@
 #include <thread>
 #include <vector>
 
+#include "host/basics/usage_error.h"
 #include "host/command.h"
 #include "host/inspect_arguments.h"
 #include "host/scan.h"
 #include "host/scan_file_list.h"
 #include "host/scan_files.h"
-#include "host/usage_error.h"
 
 namespace kestrel::host {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <system_error>
 
-#include "host/usage_error.h"
-#include "host/utf8.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 

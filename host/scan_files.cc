@@ -10,8 +10,8 @@
 #include <unordered_set>
 #include <utility>
 
-#include "host/file_place.h"
-#include "host/utf8.h"
+#include "host/basics/file_place.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

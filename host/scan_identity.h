@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "host/json.h"
+#include "host/basics/json.h"
 
 namespace kestrel::host {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "host/basics/json.h"
 #include "host/inspect_file.h"
-#include "host/json.h"
 
 namespace kestrel::host {
 

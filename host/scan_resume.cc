@@ -7,13 +7,13 @@
 #include <string>
 #include <unordered_map>
 
-#include "host/file_place.h"
-#include "host/json.h"
+#include "host/basics/file_place.h"
+#include "host/basics/json.h"
+#include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/result_json.h"
 #include "host/scan_identity.h"
 #include "host/scan_options.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "host/text_table.h"
-#include "host/utf8.h"
+#include "host/basics/text_table.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

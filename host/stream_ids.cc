@@ -5,8 +5,8 @@
 #include <map>
 #include <string_view>
 
+#include "host/basics/text_parts.h"
 #include "host/split_id.h"
-#include "host/text_parts.h"
 
 namespace kestrel::host {
 namespace {

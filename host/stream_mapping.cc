@@ -4,10 +4,10 @@
 
 #include <string_view>
 
+#include "host/basics/text_parts.h"
+#include "host/basics/utf8.h"
 #include "host/stream_ids.h"
-#include "host/text_parts.h"
 #include "host/track_labels.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

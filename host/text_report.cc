@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "host/basics/utf8.h"
 #include "host/lanes.h"
-#include "host/utf8.h"
 
 namespace kestrel::host {
 namespace {

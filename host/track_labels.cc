@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "host/text_parts.h"
+#include "host/basics/text_parts.h"
 
 namespace kestrel::host {
 namespace {

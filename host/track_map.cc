@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <numeric>
 
-#include "host/text_parts.h"
-#include "host/utf8.h"
+#include "host/basics/text_parts.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <chrono>
 
+#include "host/basics/usage_error.h"
 #include "host/inspect_arguments.h"
-#include "host/usage_error.h"
 
 namespace kestrel::host {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "host/basics/usage_error.h"
 #include "host/catalogue_items.h"
-#include "host/usage_error.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/text_parts.h"
+#include "host/basics/text_parts.h"
 
 namespace kestrel::host {
 namespace {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "host/basics/usage_error.h"
 #include "host/scan_file_list.h"
-#include "host/usage_error.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

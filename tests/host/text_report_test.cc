@@ -4,8 +4,8 @@
 
 #include <sstream>
 
+#include "host/basics/text_table.h"
 #include "host/expectation.h"
-#include "host/text_table.h"
 #include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {

@@ -1,6 +1,6 @@
 #include "tests/host/support/mapping_as_text.h"
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "host/basics/text_parts.h"
 #include "host/stream_mapping.h"
-#include "host/text_parts.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,10 +1,10 @@
-#include "host/messages.h"
+#include "host/basics/messages.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 

@@ -1,7 +1,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "host/terminal.h"
+#include "host/basics/terminal.h"
 
 namespace kestrel::host {
 

@@ -1,4 +1,4 @@
-#include "host/text_style.h"
+#include "host/basics/text_style.h"
 
 #include <algorithm>
 #include <array>
@@ -6,9 +6,9 @@
 #include <string>
 #include <utility>
 
-#include "host/terminal.h"
-#include "host/text_parts.h"
-#include "host/text_table.h"
+#include "host/basics/terminal.h"
+#include "host/basics/text_parts.h"
+#include "host/basics/text_table.h"
 
 namespace kestrel::host {
 namespace {

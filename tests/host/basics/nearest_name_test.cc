@@ -1,4 +1,4 @@
-#include "host/nearest_name.h"
+#include "host/basics/nearest_name.h"
 
 #include <gtest/gtest.h>
 

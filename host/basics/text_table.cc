@@ -1,4 +1,4 @@
-#include "host/text_table.h"
+#include "host/basics/text_table.h"
 
 #include <algorithm>
 

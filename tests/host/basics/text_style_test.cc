@@ -1,4 +1,4 @@
-#include "host/text_style.h"
+#include "host/basics/text_style.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/output.h"
+#include "host/basics/output.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/file_place.h"
+#include "host/basics/file_place.h"
 
 #include <gtest/gtest.h>
 

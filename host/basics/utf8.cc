@@ -1,7 +1,7 @@
 // The conversions are those of std::filesystem::path between char8_t and the character type of
 // the wide encoding; unlike those to and from wchar_t itself they know no locale. They raise an
 // error on text that has no other form.
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 #include <fmt/format.h>
 

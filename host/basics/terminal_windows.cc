@@ -2,7 +2,7 @@
 #include <io.h>
 #include <windows.h>
 
-#include "host/terminal.h"
+#include "host/basics/terminal.h"
 
 namespace kestrel::host {
 

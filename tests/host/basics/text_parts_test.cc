@@ -1,4 +1,4 @@
-#include "host/text_parts.h"
+#include "host/basics/text_parts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // The distance of Levenshtein, row by row. Texts of users are cut, since only names are compared.
-#include "host/nearest_name.h"
+#include "host/basics/nearest_name.h"
 
 #include <algorithm>
 #include <numeric>
 
-#include "host/text_parts.h"
+#include "host/basics/text_parts.h"
 
 namespace kestrel::host {
 namespace {

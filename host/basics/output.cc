@@ -1,4 +1,4 @@
-#include "host/output.h"
+#include "host/basics/output.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 #include <random>
 #include <system_error>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {

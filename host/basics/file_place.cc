@@ -1,8 +1,8 @@
-#include "host/file_place.h"
+#include "host/basics/file_place.h"
 
 #include <system_error>
 
-#include "host/utf8.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 
