@@ -11,7 +11,7 @@
 
 #include "host/html_section.h"
 #include "host/inspect_file.h"
-#include "host/libmediainfo_reader.h"
+#include "host/reading/libmediainfo_reader.h"
 #include "host/result_json.h"
 #include "host/text_report.h"
 

@@ -22,14 +22,14 @@
 #include "host/expectation.h"
 #include "host/html_page.h"
 #include "host/inspect_file.h"
-#include "host/mediainfo_json.h"
-#include "host/not_examined.h"
+#include "host/reading/mediainfo_json.h"
+#include "host/reading/not_examined.h"
 #include "host/result_json.h"
 #include "host/stream_mapping.h"
 #include "host/text_report.h"
 
 #if !defined(_WIN32)
-#include "host/raw_media_json.h"
+#include "host/reading/raw_media_json.h"
 #endif
 
 namespace kestrel::fuzz {

@@ -8,7 +8,7 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/expectation.h"
-#include "host/platform_reader.h"
+#include "host/reading/platform_reader.h"
 
 namespace kestrel::host {
 namespace {

@@ -14,7 +14,7 @@
 #include "host/command.h"
 #include "host/html_page.h"
 #include "host/inspect_arguments.h"
-#include "host/json_reader.h"
+#include "host/reading/json_reader.h"
 #include "host/result_json.h"
 #include "host/text_report.h"
 

@@ -12,7 +12,7 @@
 #include "host/expectation.h"
 #include "host/expected_map.h"
 #include "host/identification.h"
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 #include "host/stream_mapping.h"
 #include "host/verdict.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "host/file_result.h"
-#include "host/media_reader.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 

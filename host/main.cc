@@ -2,7 +2,7 @@
 #include "host/program.h"
 #include "host/program_arguments.h"
 #if !defined(_WIN32)
-#include "host/reader_process.h"
+#include "host/reading/reader_process.h"
 #endif
 
 int main(int argc, char** argv) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "api/audio_stream_info.h"
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

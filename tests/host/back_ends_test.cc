@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/child_process.h"
 #include "host/identification.h"
 #include "host/inspect_file.h"
-#include "host/libmediainfo_reader.h"
-#include "host/mediainfo_json.h"
-#include "host/raw_media_json.h"
+#include "host/reading/child_process.h"
+#include "host/reading/libmediainfo_reader.h"
+#include "host/reading/mediainfo_json.h"
+#include "host/reading/raw_media_json.h"
 #include "tests/host/support/mapping_as_text.h"
 
 namespace kestrel::host {

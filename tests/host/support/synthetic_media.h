@@ -7,7 +7,7 @@
 
 #include "host/inspect_file.h"
 #include "host/library_analysis.h"
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 #include "host/track_map.h"
 
 namespace kestrel::host {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

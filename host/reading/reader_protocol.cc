@@ -1,11 +1,11 @@
-#include "host/reader_protocol.h"
+#include "host/reading/reader_protocol.h"
 
 #include <fmt/format.h>
 
 #include <cstdint>
 
 #include "host/basics/text_parts.h"
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/libmediainfo_fields.h"
+#include "host/reading/libmediainfo_fields.h"
 
 #include <MediaInfo/MediaInfo.h>
 #include <fcntl.h>

@@ -1,7 +1,7 @@
 // One libuv loop per child, which runs while an answer is waited for. Four handles live in it: the
 // process, a pipe to its standard input, one from its standard output, and the timer. The child is
 // done with when it was reaped and its output is complete, or when it was killed.
-#include "host/child_process.h"
+#include "host/reading/child_process.h"
 
 #include <sys/socket.h>
 #include <uv.h>
@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 

@@ -1,9 +1,9 @@
-#include "host/input_file.h"
+#include "host/reading/input_file.h"
 
 #include <fstream>
 #include <system_error>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

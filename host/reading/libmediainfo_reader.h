@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "host/child_process.h"
-#include "host/media_reader.h"
+#include "host/reading/child_process.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 

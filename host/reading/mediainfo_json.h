@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

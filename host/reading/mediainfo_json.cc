@@ -1,11 +1,11 @@
 // text    file | "[" file, file, ... "]"
 // file    {"media": {"@ref": name, "track": [stream, ...]}}, or "media": null for a missing file
 // stream  {"@type": "General" | "Audio" | "Other" | ..., field: text, ..., "extra": {field: text}}
-#include "host/mediainfo_json.h"
+#include "host/reading/mediainfo_json.h"
 
 #include <nlohmann/json.hpp>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

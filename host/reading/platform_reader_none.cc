@@ -1,4 +1,4 @@
-#include "host/platform_reader.h"
+#include "host/reading/platform_reader.h"
 
 namespace kestrel::host {
 

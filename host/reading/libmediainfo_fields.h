@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "host/raw_media.h"
+#include "host/reading/raw_media.h"
 
 namespace kestrel::host {
 

@@ -1,5 +1,5 @@
-#include "host/libmediainfo_reader.h"
-#include "host/platform_reader.h"
+#include "host/reading/libmediainfo_reader.h"
+#include "host/reading/platform_reader.h"
 
 namespace kestrel::host {
 

@@ -1,4 +1,4 @@
-#include "host/libmediainfo_reader.h"
+#include "host/reading/libmediainfo_reader.h"
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>
@@ -6,11 +6,11 @@
 #include <optional>
 #include <utility>
 
-#include "host/input_file.h"
-#include "host/not_examined.h"
-#include "host/raw_media_json.h"
-#include "host/reader_process.h"
-#include "host/reader_protocol.h"
+#include "host/reading/input_file.h"
+#include "host/reading/not_examined.h"
+#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_process.h"
+#include "host/reading/reader_protocol.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/json_reader.h"
+#include "host/reading/json_reader.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +6,8 @@
 #include <iostream>
 
 #include "host/basics/utf8.h"
-#include "host/input_file.h"
-#include "host/not_examined.h"
+#include "host/reading/input_file.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

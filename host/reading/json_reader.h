@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "host/media_reader.h"
-#include "host/mediainfo_json.h"
+#include "host/reading/media_reader.h"
+#include "host/reading/mediainfo_json.h"
 
 namespace kestrel::host {
 

@@ -1,5 +1,5 @@
 // The reader process as its parent sees it: requests in, answers out.
-#include "host/reader_process.h"
+#include "host/reading/reader_process.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,9 +12,9 @@
 #include <csignal>
 #include <thread>
 
-#include "host/child_process.h"
-#include "host/raw_media_json.h"
-#include "host/reader_protocol.h"
+#include "host/reading/child_process.h"
+#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 #include "tests/host/support/program_run.h"
 #include "tests/host/support/temporary_directory.h"
 

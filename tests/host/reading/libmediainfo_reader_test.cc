@@ -1,5 +1,5 @@
 // Real files, read by the real reader process and mapped. The texts are those of mapping_as_text.h.
-#include "host/libmediainfo_reader.h"
+#include "host/reading/libmediainfo_reader.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -8,7 +8,7 @@
 #include <thread>
 
 #include "host/expectation.h"
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 #include "tests/host/support/mapping_as_text.h"
 #include "tests/host/support/program_run.h"
 #include "tests/host/support/temporary_directory.h"

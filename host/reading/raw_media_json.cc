@@ -1,8 +1,8 @@
-#include "host/raw_media_json.h"
+#include "host/reading/raw_media_json.h"
 
 #include <nlohmann/json.hpp>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 

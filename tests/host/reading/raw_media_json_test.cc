@@ -1,10 +1,10 @@
-#include "host/raw_media_json.h"
+#include "host/reading/raw_media_json.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

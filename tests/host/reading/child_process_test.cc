@@ -1,11 +1,11 @@
-#include "host/child_process.h"
+#include "host/reading/child_process.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
 #include <thread>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 #if defined(__SANITIZE_THREAD__)
 // libuv closes descriptors by plain system calls, which the thread sanitizer does not see: a number

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <memory>
 
-#include "host/media_reader.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 

@@ -1,6 +1,6 @@
 // The process that reads a file writes to a pipe whose end it holds open as long as it lives: the
 // end of its output is its own end, also when libmediainfo closes the standard output.
-#include "host/reader_process.h"
+#include "host/reading/reader_process.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -19,9 +19,9 @@
 #include <string_view>
 #include <utility>
 
-#include "host/libmediainfo_fields.h"
-#include "host/raw_media_json.h"
-#include "host/reader_protocol.h"
+#include "host/reading/libmediainfo_fields.h"
+#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,8 +1,8 @@
-#include "host/reader_protocol.h"
+#include "host/reading/reader_protocol.h"
 
 #include <gtest/gtest.h>
 
-#include "host/not_examined.h"
+#include "host/reading/not_examined.h"
 
 namespace kestrel::host {
 namespace {

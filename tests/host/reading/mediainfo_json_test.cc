@@ -1,9 +1,9 @@
-#include "host/mediainfo_json.h"
+#include "host/reading/mediainfo_json.h"
 
 #include <gtest/gtest.h>
 
-#include "host/json_reader.h"
-#include "host/not_examined.h"
+#include "host/reading/json_reader.h"
+#include "host/reading/not_examined.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
