@@ -19,13 +19,13 @@
 #include "fuzz/text_fields.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
+#include "host/evidence/stream_mapping.h"
 #include "host/expectation.h"
 #include "host/html_page.h"
 #include "host/inspect_file.h"
 #include "host/reading/mediainfo_json.h"
 #include "host/reading/not_examined.h"
 #include "host/result_json.h"
-#include "host/stream_mapping.h"
 #include "host/text_report.h"
 
 #if !defined(_WIN32)

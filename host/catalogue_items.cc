@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include "api/kestrel.h"
+#include "host/evidence/track_map.h"
 #include "host/layout_codes.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 namespace {

@@ -7,10 +7,10 @@
 
 #include "api/kestrel.h"
 #include "host/catalogue_items.h"
+#include "host/evidence/label_sets.h"
 #include "host/evidence_majority.h"
 #include "host/expected_map.h"
 #include "host/identification.h"
-#include "host/label_sets.h"
 #include "host/placed_services.h"
 
 namespace kestrel::host {

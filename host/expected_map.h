@@ -5,9 +5,9 @@
 
 #include <vector>
 
+#include "host/evidence/track_map.h"
 #include "host/file_result.h"
 #include "host/library_analysis.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 

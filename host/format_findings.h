@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "host/evidence/track_map.h"
 #include "host/file_result.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 

@@ -15,7 +15,7 @@
 #include <numeric>
 
 #include "api/kestrel.h"
-#include "host/label_sets.h"
+#include "host/evidence/label_sets.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "host/catalogue_items.h"
+#include "host/evidence/track_map.h"
 #include "host/file_result.h"
 #include "host/library_analysis.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 

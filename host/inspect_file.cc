@@ -9,11 +9,11 @@
 
 #include "host/basics/utf8.h"
 #include "host/cross_check.h"
+#include "host/evidence/stream_mapping.h"
 #include "host/expectation.h"
 #include "host/expected_map.h"
 #include "host/identification.h"
 #include "host/reading/not_examined.h"
-#include "host/stream_mapping.h"
 #include "host/verdict.h"
 
 namespace kestrel::host {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/label_sets.h"
+#include "host/evidence/label_sets.h"
 
 namespace kestrel::host {
 namespace {

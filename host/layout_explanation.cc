@@ -8,8 +8,8 @@
 #include "host/basics/text_table.h"
 #include "host/basics/utf8.h"
 #include "host/catalogue_items.h"
+#include "host/evidence/track_map.h"
 #include "host/layout_text.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "host/stream_mapping.h"
+#include "host/evidence/stream_mapping.h"
 
 namespace kestrel::host {
 

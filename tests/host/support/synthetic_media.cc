@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "host/basics/text_parts.h"
-#include "host/stream_mapping.h"
+#include "host/evidence/stream_mapping.h"
 
 namespace kestrel::host {
 namespace {

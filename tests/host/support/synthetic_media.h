@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "host/evidence/track_map.h"
 #include "host/inspect_file.h"
 #include "host/library_analysis.h"
 #include "host/reading/raw_media.h"
-#include "host/track_map.h"
 
 namespace kestrel::host {
 

@@ -1,4 +1,4 @@
-#include "host/track_labels.h"
+#include "host/evidence/track_labels.h"
 
 #include <gtest/gtest.h>
 

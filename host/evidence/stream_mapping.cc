@@ -1,4 +1,4 @@
-#include "host/stream_mapping.h"
+#include "host/evidence/stream_mapping.h"
 
 #include <fmt/format.h>
 
@@ -6,8 +6,8 @@
 
 #include "host/basics/text_parts.h"
 #include "host/basics/utf8.h"
-#include "host/stream_ids.h"
-#include "host/track_labels.h"
+#include "host/evidence/stream_ids.h"
+#include "host/evidence/track_labels.h"
 
 namespace kestrel::host {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "host/evidence/stream_mapping.h"
 #include "host/file_result.h"
-#include "host/stream_mapping.h"
 
 namespace kestrel::host {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/track_map.h"
+#include "host/evidence/track_map.h"
 
 namespace kestrel::host {
 

@@ -1,4 +1,4 @@
-#include "host/track_map.h"
+#include "host/evidence/track_map.h"
 
 #include <fmt/format.h>
 

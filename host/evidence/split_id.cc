@@ -1,4 +1,4 @@
-#include "host/split_id.h"
+#include "host/evidence/split_id.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "host/label_sets.h"
+#include "host/evidence/label_sets.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/stream_ids.h"
+#include "host/evidence/stream_ids.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "host/basics/text_parts.h"
-#include "host/split_id.h"
+#include "host/evidence/split_id.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,4 +1,4 @@
-#include "host/stream_mapping.h"
+#include "host/evidence/stream_mapping.h"
 
 #include <gtest/gtest.h>
 
