@@ -10,7 +10,7 @@
 #include <string>
 
 #include "host/html_section.h"
-#include "host/inspect_file.h"
+#include "host/judging/inspect_file.h"
 #include "host/reading/libmediainfo_reader.h"
 #include "host/result_json.h"
 #include "host/text_report.h"

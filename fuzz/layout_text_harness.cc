@@ -16,10 +16,10 @@
 #include "fuzz/host_text.h"
 #include "host/basics/text_table.h"
 #include "host/basics/usage_error.h"
-#include "host/catalogue_items.h"
-#include "host/expectation.h"
-#include "host/layout_explanation.h"
-#include "host/layout_text.h"
+#include "host/judging/catalogue_items.h"
+#include "host/judging/expectation.h"
+#include "host/judging/layout_explanation.h"
+#include "host/judging/layout_text.h"
 #include "tests/plain/plain_layout_description.h"
 
 namespace kestrel::fuzz {

@@ -2,8 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include "host/catalogue_items.h"
-#include "host/layout_codes.h"
+#include "host/judging/catalogue_items.h"
+#include "host/judging/layout_codes.h"
 
 namespace kestrel::host {
 namespace {

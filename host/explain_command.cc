@@ -6,7 +6,7 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/command.h"
-#include "host/layout_explanation.h"
+#include "host/judging/layout_explanation.h"
 
 namespace kestrel::host {
 namespace {

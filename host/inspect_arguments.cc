@@ -7,7 +7,7 @@
 
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
-#include "host/expectation.h"
+#include "host/judging/expectation.h"
 #include "host/reading/platform_reader.h"
 
 namespace kestrel::host {

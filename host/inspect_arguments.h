@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "host/inspect_file.h"
+#include "host/judging/inspect_file.h"
 
 namespace CLI {
 class App;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/basics/exit_code.h"
-#include "host/inspect_file.h"
+#include "host/judging/inspect_file.h"
 
 namespace kestrel::host {
 

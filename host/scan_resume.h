@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/inspect_file.h"
 #include "host/json_lines.h"
+#include "host/judging/inspect_file.h"
 #include "host/scan_summary.h"
 
 namespace kestrel::host {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/evidence/stream_mapping.h"
-#include "host/file_result.h"
+#include "host/judging/file_result.h"
 
 namespace kestrel::host {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/expectation.h"
+#include "host/judging/expectation.h"
 #include "tests/host/support/html_documents.h"
 
 namespace kestrel::host {

@@ -5,7 +5,7 @@
 #include <sstream>
 
 #include "host/basics/text_table.h"
-#include "host/expectation.h"
+#include "host/judging/expectation.h"
 #include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {

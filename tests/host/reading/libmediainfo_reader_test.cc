@@ -7,7 +7,7 @@
 #include <csignal>
 #include <thread>
 
-#include "host/expectation.h"
+#include "host/judging/expectation.h"
 #include "host/reading/not_examined.h"
 #include "tests/host/support/mapping_as_text.h"
 #include "tests/host/support/program_run.h"

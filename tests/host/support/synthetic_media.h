@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "host/evidence/track_map.h"
-#include "host/inspect_file.h"
-#include "host/library_analysis.h"
+#include "host/judging/inspect_file.h"
+#include "host/judging/library_analysis.h"
 #include "host/reading/raw_media.h"
 
 namespace kestrel::host {

@@ -1,0 +1,83 @@
+#include "host/judging/label_findings.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "host/evidence/label_sets.h"
+
+namespace kestrel::host {
+namespace {
+
+// The tracks of one service by what their labels are.
+struct LabelCount {
+  TrackNumbers missing;
+  TrackNumbers unknown;
+  TrackNumbers doubled;
+  std::vector<std::string> labels;  // those that are known, in track order
+};
+
+LabelCount countLabels(const TrackNumbers& tracks, const TrackMap& map) {
+  LabelCount count;
+  for (const std::int32_t number : tracks) {
+    const std::string& label = map.tracks.at(static_cast<std::size_t>(number - 1)).label;
+    if (label.empty()) {
+      count.missing.push_back(number);
+    } else if (!isSurroundSetLabel(label)) {
+      count.unknown.push_back(number);
+    } else if (std::ranges::find(count.labels, label) != count.labels.end()) {
+      count.doubled.push_back(number);
+    } else {
+      count.labels.push_back(label);
+    }
+  }
+  return count;
+}
+
+std::string quotedLabels(const TrackNumbers& tracks, const TrackMap& map) {
+  std::string words;
+  for (const std::int32_t number : tracks) {
+    words += fmt::format("{}\"{}\" on track {}", words.empty() ? "" : ", ",
+                         map.tracks.at(static_cast<std::size_t>(number - 1)).label, number);
+  }
+  return words;
+}
+
+}  // namespace
+
+std::vector<Finding> labelFindings(const ResultService& service, std::size_t index,
+                                   const TrackMap& map, const std::string& order) {
+  const LabelCount count = countLabels(service.tracks, map);
+  const std::string name = fmt::format("The {} on {}", service.name, tracksInWords(service.tracks));
+  std::vector<Finding> findings;
+  const auto add = [&](const char* id, Severity severity, const TrackNumbers& tracks,
+                       const std::string& words) {
+    findings.push_back({id, severity, name + " " + words, index, tracks});
+  };
+  if (count.missing == service.tracks) {
+    add("labels-absent", Severity::kNote, count.missing, "has no labels.");
+    return findings;
+  }
+  if (!count.missing.empty()) {
+    add("labels-incomplete", Severity::kWarning, count.missing,
+        fmt::format("has no label on {}.", tracksInWords(count.missing)));
+  }
+  if (!count.unknown.empty()) {
+    add("labels-unknown", Severity::kWarning, count.unknown,
+        fmt::format("has labels that are none of L, R, C, LFE, Ls and Rs: {}.",
+                    quotedLabels(count.unknown, map)));
+  }
+  if (!count.doubled.empty()) {
+    add("labels-doubled", Severity::kWarning, count.doubled,
+        fmt::format("has labels that stand on an earlier track already: {}.",
+                    quotedLabels(count.doubled, map)));
+  }
+  const std::string found = fmt::format("{}", fmt::join(count.labels, " "));
+  if (count.labels.size() == service.tracks.size() && !order.empty() && found != order) {
+    add("labels-reordered", Severity::kWarning, service.tracks,
+        fmt::format("has a full set of labels in the order {} instead of {}.", found, order));
+  }
+  return findings;
+}
+
+}  // namespace kestrel::host
