@@ -20,13 +20,13 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/evidence/stream_mapping.h"
-#include "host/html_page.h"
 #include "host/judging/expectation.h"
 #include "host/judging/inspect_file.h"
 #include "host/reading/mediainfo_json.h"
 #include "host/reading/not_examined.h"
-#include "host/result_json.h"
-#include "host/text_report.h"
+#include "host/reporting/html_page.h"
+#include "host/reporting/result_json.h"
+#include "host/reporting/text_report.h"
 
 #if !defined(_WIN32)
 #include "host/reading/raw_media_json.h"

@@ -8,10 +8,10 @@
 #include "host/basics/json.h"
 #include "host/basics/output.h"
 #include "host/basics/text_table.h"
-#include "host/catalogue_json.h"
 #include "host/command.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/layout_codes.h"
+#include "host/reporting/catalogue_json.h"
 
 namespace kestrel::host {
 namespace {

@@ -12,11 +12,11 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/command.h"
-#include "host/html_page.h"
 #include "host/inspect_arguments.h"
 #include "host/reading/json_reader.h"
-#include "host/result_json.h"
-#include "host/text_report.h"
+#include "host/reporting/html_page.h"
+#include "host/reporting/result_json.h"
+#include "host/reporting/text_report.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "host/json_lines.h"
+#include "host/reporting/json_lines.h"
 
 namespace kestrel::host {
 

@@ -12,9 +12,9 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/command.h"
-#include "host/report_lines.h"
-#include "host/report_page.h"
-#include "host/report_totals.h"
+#include "host/reporting/report_lines.h"
+#include "host/reporting/report_page.h"
+#include "host/reporting/report_totals.h"
 #include "host/scan_file_list.h"
 
 namespace kestrel::host {

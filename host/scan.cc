@@ -16,13 +16,13 @@
 #include "host/basics/utf8.h"
 #include "host/json_lines_file.h"
 #include "host/progress_bar.h"
-#include "host/result_json.h"
+#include "host/reporting/result_json.h"
+#include "host/reporting/scan_summary.h"
 #include "host/scan_files.h"
 #include "host/scan_identity.h"
 #include "host/scan_interrupt.h"
 #include "host/scan_options.h"
 #include "host/scan_resume.h"
-#include "host/scan_summary.h"
 #include "host/scan_workers.h"
 
 namespace kestrel::host {

@@ -3,7 +3,7 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "host/result_json.h"
+#include "host/reporting/result_json.h"
 
 namespace kestrel::host {
 namespace {

@@ -11,7 +11,7 @@
 #include "host/basics/json.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
-#include "host/result_json.h"
+#include "host/reporting/result_json.h"
 #include "host/scan_identity.h"
 #include "host/scan_options.h"
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "host/json_lines.h"
 #include "host/judging/inspect_file.h"
-#include "host/scan_summary.h"
+#include "host/reporting/json_lines.h"
+#include "host/reporting/scan_summary.h"
 
 namespace kestrel::host {
 

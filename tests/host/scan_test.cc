@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/result_json.h"
+#include "host/reporting/result_json.h"
 #include "tests/host/support/scan_program.h"
 #include "tests/host/support/temporary_directory.h"
 

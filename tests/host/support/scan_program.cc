@@ -14,7 +14,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "host/result_json.h"
+#include "host/reporting/result_json.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

@@ -1,0 +1,136 @@
+#include "host/reporting/text_report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "host/basics/utf8.h"
+#include "host/reporting/lanes.h"
+
+namespace kestrel::host {
+namespace {
+
+constexpr std::size_t kShownCandidates = 3;
+
+struct SeverityWord {
+  const char* word;
+  Colour colour;
+};
+
+constexpr std::array<SeverityWord, 3> kSeverities = {
+    {{"error", Colour::kBad}, {"warning", Colour::kWarning}, {"note", Colour::kFaint}}};
+
+Colour verdictColour(const FileResult& result) {
+  return result.verdict.exitCode == ExitCode::kConforms ? Colour::kGood : Colour::kBad;
+}
+
+// "Declared  EBU R 123: 8b": a word of the margin, then a text that is wrapped beside it.
+std::string entry(const std::string& word, Colour colour, const std::string& text,
+                  const TextStyle& style) {
+  constexpr std::size_t kMargin = 10;
+  TextStyle narrow = style;
+  narrow.columns -= std::min(style.columns, kMargin);
+  std::string lines = wrapped(text, narrow);
+  std::string result = StyledLine().add(fmt::format("{:<9}", word), colour).text(style);
+  result.pop_back();
+  result += std::string(kMargin - std::min(kMargin, word.size()), ' ');
+  for (std::size_t at = lines.find('\n'); at + 1 < lines.size(); at = lines.find('\n', at + 1)) {
+    lines.insert(at + 1, std::string(kMargin, ' '));
+  }
+  return result + lines;
+}
+
+std::string plainEntry(const std::string& word, const std::string& text, const TextStyle& style) {
+  return entry(word, Colour::kFaint, text, style);
+}
+
+std::string declaredInWords(const DeclaredLayout& declared) {
+  const std::string text = printable(declared.text);
+  return declared.item ? fmt::format("{} (\"{}\")", text, declared.item->name) : text;
+}
+
+std::string expectedInWords(const Expectation& expectation) {
+  const std::string description = printable(expectation.description);
+  return expectation.item ? fmt::format("\"{}\" ({})", expectation.item->name, description)
+                          : description;
+}
+
+std::string head(const FileResult& result, const TextStyle& style) {
+  const std::string kind = result.container.empty()
+                               ? ""
+                               : fmt::format(" ({}, {} track{})", printable(result.container),
+                                             result.trackTotal, result.trackTotal == 1 ? "" : "s");
+  std::string text = plainEntry("File", printable(result.file) + kind, style);
+  if (result.declared) {
+    text += plainEntry("Declared", declaredInWords(*result.declared), style);
+  }
+  if (result.expectation) {
+    text += plainEntry("Expected", expectedInWords(*result.expectation), style);
+  }
+  return text + entry("Verdict", verdictColour(result), result.verdict.sentence, style);
+}
+
+std::string findings(const FileResult& result, const TextStyle& style) {
+  std::string text;
+  for (const Finding& finding : result.findings) {
+    const SeverityWord& severity = kSeverities.at(static_cast<std::size_t>(finding.severity));
+    text += entry(severity.word, severity.colour, finding.sentence, style);
+  }
+  return text.empty() ? "" : "\n" + text;
+}
+
+std::string candidateInWords(const Candidate& candidate) {
+  const std::string codes = fmt::format("{}", fmt::join(candidate.codes, ", "));
+  return fmt::format("\"{}\"{}{}, {} point{}", candidate.item.name,
+                     codes.empty() ? "" : ", EBU R 123 ", codes, candidate.score,
+                     candidate.score == 1 ? "" : "s");
+}
+
+std::string candidateEntry(const std::string& word, const Candidate& candidate,
+                           const TextStyle& style) {
+  std::string text = plainEntry(word, candidateInWords(candidate), style);
+  for (const Reason& reason : candidate.reasons) {
+    text += plainEntry("", fmt::format("{:+} {}", reason.points, reason.sentence), style);
+  }
+  return text;
+}
+
+std::string identification(const FileResult& result, const TextStyle& style) {
+  std::string text;
+  const std::size_t shown = std::min(kShownCandidates, result.identification.size());
+  for (std::size_t index = 0; index < shown; ++index) {
+    text += candidateEntry(index == 0 ? "Fits" : "", result.identification[index], style);
+  }
+  std::string others;
+  for (std::size_t index = shown; index < result.identification.size(); ++index) {
+    others +=
+        fmt::format("{}\"{}\"", others.empty() ? "" : ", ", result.identification[index].item.name);
+  }
+  text += others.empty() ? "" : plainEntry("", "Also possible: " + others + ".", style);
+  return text.empty() ? "" : "\n" + text;
+}
+
+std::string crossCheckInWords(const FileResult& result, const TextStyle& style) {
+  if (!result.crossCheck) {
+    return "";
+  }
+  const CrossCheck& check = *result.crossCheck;
+  const std::string agreement = check.disagreements.empty()
+                                    ? "Nothing contradicts the declared code."
+                                    : "The declared code is contradicted (see the warnings).";
+  return "\n" + plainEntry("Evidence", agreement + " " + check.majority.sentence, style);
+}
+
+}  // namespace
+
+std::string textReport(const FileResult& result, const TextStyle& style) {
+  std::string text = head(result, style);
+  if (!result.error) {
+    text += "\n" + lanes(result, style) + findings(result, style) + identification(result, style) +
+            crossCheckInWords(result, style);
+  }
+  return text;
+}
+
+}  // namespace kestrel::host
