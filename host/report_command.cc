@@ -15,7 +15,7 @@
 #include "host/reporting/report_lines.h"
 #include "host/reporting/report_page.h"
 #include "host/reporting/report_totals.h"
-#include "host/scan_file_list.h"
+#include "host/scanning/scan_file_list.h"
 
 namespace kestrel::host {
 namespace {

@@ -10,9 +10,9 @@
 #include "host/basics/usage_error.h"
 #include "host/command.h"
 #include "host/inspect_arguments.h"
-#include "host/scan.h"
-#include "host/scan_file_list.h"
-#include "host/scan_files.h"
+#include "host/scanning/scan.h"
+#include "host/scanning/scan_file_list.h"
+#include "host/scanning/scan_files.h"
 
 namespace kestrel::host {
 namespace {

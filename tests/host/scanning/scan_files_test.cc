@@ -1,4 +1,4 @@
-#include "host/scan_files.h"
+#include "host/scanning/scan_files.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "host/basics/usage_error.h"
-#include "host/scan_file_list.h"
+#include "host/scanning/scan_file_list.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

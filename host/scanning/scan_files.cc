@@ -1,6 +1,6 @@
 // Directories wait on a stack of their own, so that a deep tree costs no recursion. The entries of
 // one directory are sorted by the bytes of their names: two scans of one tree take the same order.
-#include "host/scan_files.h"
+#include "host/scanning/scan_files.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 // The threads examine files side by side; what they share, the results file, the counts and the
 // bar, is touched by one at a time.
-#include "host/scan.h"
+#include "host/scanning/scan.h"
 
 #include <fmt/format.h>
 
@@ -14,16 +14,16 @@
 #include "host/basics/messages.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
-#include "host/json_lines_file.h"
-#include "host/progress_bar.h"
 #include "host/reporting/result_json.h"
 #include "host/reporting/scan_summary.h"
-#include "host/scan_files.h"
-#include "host/scan_identity.h"
-#include "host/scan_interrupt.h"
-#include "host/scan_options.h"
-#include "host/scan_resume.h"
-#include "host/scan_workers.h"
+#include "host/scanning/json_lines_file.h"
+#include "host/scanning/progress_bar.h"
+#include "host/scanning/scan_files.h"
+#include "host/scanning/scan_identity.h"
+#include "host/scanning/scan_interrupt.h"
+#include "host/scanning/scan_options.h"
+#include "host/scanning/scan_resume.h"
+#include "host/scanning/scan_workers.h"
 
 namespace kestrel::host {
 namespace {

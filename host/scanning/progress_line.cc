@@ -1,4 +1,4 @@
-#include "host/progress_line.h"
+#include "host/scanning/progress_line.h"
 
 #include <fmt/format.h>
 

@@ -1,5 +1,5 @@
 // A signal handler has no argument of its own, so the number it leaves stands at file scope.
-#include "host/scan_interrupt.h"
+#include "host/scanning/scan_interrupt.h"
 
 #include <atomic>
 

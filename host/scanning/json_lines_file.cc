@@ -1,4 +1,4 @@
-#include "host/json_lines_file.h"
+#include "host/scanning/json_lines_file.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-#include "host/scan_identity.h"
+#include "host/scanning/scan_identity.h"
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>

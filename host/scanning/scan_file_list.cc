@@ -1,4 +1,4 @@
-#include "host/scan_file_list.h"
+#include "host/scanning/scan_file_list.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "host/scan_workers.h"
+#include "host/scanning/scan_workers.h"
 
 #include <gtest/gtest.h>
 

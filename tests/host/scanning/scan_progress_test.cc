@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/progress_line.h"
+#include "host/scanning/progress_line.h"
 
 namespace kestrel::host {
 namespace {

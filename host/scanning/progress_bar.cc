@@ -1,4 +1,4 @@
-#include "host/progress_bar.h"
+#include "host/scanning/progress_bar.h"
 
 #include <fmt/format.h>
 #include <sys/ioctl.h>

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <cstddef>
 
-#include "host/progress_line.h"
+#include "host/scanning/progress_line.h"
 
 namespace kestrel::host {
 

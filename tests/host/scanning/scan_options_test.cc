@@ -1,4 +1,4 @@
-#include "host/scan_options.h"
+#include "host/scanning/scan_options.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/scan_resume.h"
+#include "host/scanning/scan_resume.h"
 
 #include <fmt/format.h>
 
@@ -12,8 +12,8 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/result_json.h"
-#include "host/scan_identity.h"
-#include "host/scan_options.h"
+#include "host/scanning/scan_identity.h"
+#include "host/scanning/scan_options.h"
 
 namespace kestrel::host {
 namespace {
