@@ -1,6 +1,6 @@
 #include "host/basics/terminal.h"
-#include "host/program.h"
-#include "host/program_arguments.h"
+#include "host/commands/program.h"
+#include "host/commands/program_arguments.h"
 #if !defined(_WIN32)
 #include "host/reading/reader_process.h"
 #endif

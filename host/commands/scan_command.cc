@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "host/basics/usage_error.h"
-#include "host/command.h"
-#include "host/inspect_arguments.h"
+#include "host/commands/command.h"
+#include "host/commands/inspect_arguments.h"
 #include "host/scanning/scan.h"
 #include "host/scanning/scan_file_list.h"
 #include "host/scanning/scan_files.h"

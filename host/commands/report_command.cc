@@ -11,7 +11,7 @@
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
-#include "host/command.h"
+#include "host/commands/command.h"
 #include "host/reporting/report_lines.h"
 #include "host/reporting/report_page.h"
 #include "host/reporting/report_totals.h"

@@ -1,9 +1,9 @@
-#include "host/program.h"
+#include "host/commands/program.h"
 
 #include <exception>
 
 #include "host/basics/messages.h"
-#include "host/command_line.h"
+#include "host/commands/command_line.h"
 
 namespace kestrel::host {
 

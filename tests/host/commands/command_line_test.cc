@@ -1,11 +1,11 @@
-#include "host/command_line.h"
+#include "host/commands/command_line.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 
 #include "host/basics/usage_error.h"
-#include "host/inspect_arguments.h"
+#include "host/commands/inspect_arguments.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,6 +1,6 @@
 // main() gets its arguments in the code page of the system, which cannot hold every name; the
 // system keeps the wide ones.
-#include "host/program_arguments.h"
+#include "host/commands/program_arguments.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "host/program_arguments.h"
+#include "host/commands/program_arguments.h"
 
 namespace kestrel::host {
 

@@ -1,4 +1,4 @@
-#include "host/inspect_arguments.h"
+#include "host/commands/inspect_arguments.h"
 
 #include <fmt/format.h>
 
