@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/evidence/track_map.h"
+#include "host/evidence/tracks.h"
 
 namespace kestrel::host {
 

@@ -33,7 +33,7 @@ class Layer {
   void addStream(std::size_t index) {
     const AudioStreamInfo& info = media_.streams[index];
     const ShownStream& shown = media_.shown[index];
-    ResultStream stream;
+    AudioStream stream;
     stream.id = shown.id;
     if (shown.splitChannel) {
       stream.channel = static_cast<std::int32_t>(*shown.splitChannel);
@@ -52,7 +52,7 @@ class Layer {
     map_.streams.push_back(std::move(stream));
   }
 
-  void addChannels(std::size_t index, ResultStream& stream) {
+  void addChannels(std::size_t index, AudioStream& stream) {
     for (std::int32_t channel = 1; channel <= stream.channels; ++channel) {
       const auto at = static_cast<std::size_t>(channel - 1);
       const bool isOne = stream.channels == 1;
@@ -66,7 +66,7 @@ class Layer {
     }
   }
 
-  void addToPair(std::size_t index, ResultStream& stream) {
+  void addToPair(std::size_t index, AudioStream& stream) {
     const AudioStreamInfo& info = media_.streams[index];
     const bool isShared = info.isPairShared != 0 && info.streamId.find(L'-') == std::wstring::npos;
     const std::int64_t number =
@@ -85,11 +85,11 @@ class Layer {
     pair = stream.tracks;
   }
 
-  void joinPair(std::size_t index, const TrackNumbers& pair, ResultStream& stream) {
+  void joinPair(std::size_t index, const TrackNumbers& pair, AudioStream& stream) {
     for (const std::int32_t number : pair) {
       map_.tracks[static_cast<std::size_t>(number - 1)].streams.push_back(index);
     }
-    const ResultTrack& first = map_.tracks[static_cast<std::size_t>(pair.front() - 1)];
+    const AudioTrack& first = map_.tracks[static_cast<std::size_t>(pair.front() - 1)];
     stream.programme = static_cast<std::int32_t>(first.streams.size());
     stream.tracks = pair;
   }
@@ -102,7 +102,7 @@ class Layer {
     return endsInProgramme ? id.substr(0, dash) : id;
   }
 
-  void addTrack(ResultTrack track, ResultStream& stream) {
+  void addTrack(AudioTrack track, AudioStream& stream) {
     track.number = static_cast<std::int32_t>(map_.tracks.size()) + 1;
     stream.tracks.push_back(track.number);
     map_.tracks.push_back(std::move(track));
@@ -123,6 +123,10 @@ bool isRun(const TrackNumbers& tracks) {
 }  // namespace
 
 TrackMap trackMap(const MappedMedia& media) { return Layer(media).run(); }
+
+std::int32_t trackTotal(const TrackMap& map) {
+  return static_cast<std::int32_t>(map.tracks.size());
+}
 
 std::string tracksInWords(const TrackNumbers& tracks) {
   if (tracks.size() < 2) {

@@ -1,21 +1,18 @@
 // A file's streams laid out as tracks, numbered as the layouts count them.
 #pragma once
 
-#include <vector>
+#include <cstdint>
+#include <string>
 
-#include "host/evidence/stream_mapping.h"
-#include "host/judging/file_result.h"
+#include "host/evidence/tracks.h"
 
 namespace kestrel::host {
-
-struct TrackMap {
-  std::vector<ResultStream> streams;
-  std::vector<ResultTrack> tracks;
-};
 
 /// Counts as the library does: a plain stream has a track for each channel; the pair-coded streams
 /// of one number, and all that share a pair, stand on two tracks together.
 TrackMap trackMap(const MappedMedia& media);
+
+std::int32_t trackTotal(const TrackMap& map);
 
 /// Tracks in words: "track 3", "tracks 1 to 6", "tracks 1, 2 and 5".
 std::string tracksInWords(const TrackNumbers& tracks);

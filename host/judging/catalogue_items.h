@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

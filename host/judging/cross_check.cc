@@ -7,6 +7,7 @@
 
 #include "api/kestrel.h"
 #include "host/evidence/label_sets.h"
+#include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/evidence_majority.h"
 #include "host/judging/expected_map.h"
@@ -86,7 +87,7 @@ class Comparison {
     if (!input_.expected.empty()) {
       compareExpected();
     }
-    if (item_.tracks != total()) {
+    if (item_.tracks != trackTotal(input_.map)) {
       compareTotals();
     } else {
       compareTracks();
@@ -114,7 +115,7 @@ class Comparison {
 
   void compareTotals() {
     add("total-differs", {}, fmt::format("{} tracks", item_.tracks),
-        {kTracks, fmt::format("{}", total())});
+        {kTracks, fmt::format("{}", trackTotal(input_.map))});
   }
 
   // Pairs, rates, depths and formats: what keeps the tracks from carrying the declared services.
@@ -147,8 +148,6 @@ class Comparison {
       }
     }
   }
-
-  std::int32_t total() const { return static_cast<std::int32_t>(input_.map.tracks.size()); }
 
   const CrossCheckInput& input_;
   const CatalogueItem& item_;

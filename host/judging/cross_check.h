@@ -3,9 +3,9 @@
 
 #include <optional>
 
-#include "host/evidence/track_map.h"
-#include "host/judging/file_result.h"
+#include "host/evidence/tracks.h"
 #include "host/judging/library_analysis.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

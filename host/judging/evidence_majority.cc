@@ -10,14 +10,13 @@
 
 #include <algorithm>
 
+#include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/identification.h"
 #include "host/judging/placed_services.h"
 
 namespace kestrel::host {
 namespace {
-
-std::int32_t totalOf(const TrackMap& map) { return static_cast<std::int32_t>(map.tracks.size()); }
 
 struct Support {
   const CatalogueItem* item;
@@ -38,7 +37,7 @@ bool areTheServices(const CatalogueItem& item, const std::vector<ResultService>&
 }
 
 std::vector<Support> supports(const CrossCheckInput& input) {
-  const std::vector<const CatalogueItem*> items = itemsOfTotal(totalOf(input.map));
+  const std::vector<const CatalogueItem*> items = itemsOfTotal(trackTotal(input.map));
   const std::int32_t bestPoints = bestLabelPoints(items, input.map);
   std::vector<Support> all;
   for (const CatalogueItem* item : items) {
@@ -60,7 +59,7 @@ std::vector<Support> supports(const CrossCheckInput& input) {
 }
 
 std::int32_t sourceCount(const CrossCheckInput& input) {
-  const bool labelsSpeak = bestLabelPoints(itemsOfTotal(totalOf(input.map)), input.map) > 0;
+  const bool labelsSpeak = bestLabelPoints(itemsOfTotal(trackTotal(input.map)), input.map) > 0;
   return 2 + (input.expected.empty() ? 0 : 1) + (labelsSpeak ? 1 : 0);
 }
 

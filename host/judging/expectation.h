@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

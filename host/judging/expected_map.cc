@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "host/basics/text_parts.h"
+#include "host/evidence/track_map.h"
 #include "host/judging/format_findings.h"
 #include "host/judging/label_findings.h"
 #include "host/judging/layout_text.h"
@@ -48,7 +49,7 @@ Finding noEntry(const LibraryAnalysis& analysis) {
 std::string codedFormats(const TrackMap& map, const TrackNumbers& tracks) {
   std::string formats;
   for (const std::int32_t number : tracks) {
-    const ResultTrack& track = map.tracks[static_cast<std::size_t>(number - 1)];
+    const AudioTrack& track = map.tracks[static_cast<std::size_t>(number - 1)];
     const std::string& format = map.streams[track.streams.front()].format;
     if (track.isPairCoded && formats.find(format) == std::string::npos) {
       formats += (formats.empty() ? "" : ", ") + format;
@@ -124,7 +125,7 @@ class MapCheck {
 
   void checkEnd(std::size_t index) {
     const ResultService& service = result_.services[index];
-    const auto last = static_cast<std::int32_t>(map_.tracks.size());
+    const std::int32_t last = trackTotal(map_);
     if (service.tracks.empty() || service.tracks.back() <= last) {
       return;
     }
@@ -163,7 +164,7 @@ class MapCheck {
   }
 
   void findLeftOver() {
-    const auto count = static_cast<std::int32_t>(map_.tracks.size());
+    const std::int32_t count = trackTotal(map_);
     std::int32_t taken = 0;
     for (const ResultService& service : result_.services) {
       taken += static_cast<std::int32_t>(service.tracks.size());
@@ -198,7 +199,7 @@ class MapCheck {
   void addProgrammes(ResultService& service) {
     const auto first = static_cast<std::size_t>(service.tracks.front() - 1);
     for (const std::size_t index : map_.tracks[first].streams) {
-      const ResultStream& stream = map_.streams[index];
+      const AudioStream& stream = map_.streams[index];
       service.programmes.push_back({index, stream.channels, stream.labels});
     }
   }

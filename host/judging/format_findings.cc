@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "api/kestrel.h"
+#include "host/evidence/track_map.h"
 
 namespace kestrel::host {
 namespace {
@@ -15,12 +16,12 @@ struct FormatProperty {
   std::int32_t code;
   const char* id;
   const char* words;
-  std::string (*valueOf)(const ResultStream& stream);
+  std::string (*valueOf)(const AudioStream& stream);
 };
 
-std::string rateOf(const ResultStream& stream) { return fmt::format("{} Hz", stream.sampleRate); }
-std::string depthOf(const ResultStream& stream) { return fmt::format("{} bits", stream.bitDepth); }
-std::string formatOf(const ResultStream& stream) { return stream.format; }
+std::string rateOf(const AudioStream& stream) { return fmt::format("{} Hz", stream.sampleRate); }
+std::string depthOf(const AudioStream& stream) { return fmt::format("{} bits", stream.bitDepth); }
+std::string formatOf(const AudioStream& stream) { return stream.format; }
 
 constexpr std::array<FormatProperty, 3> kProperties = {{
     {KESTREL_KEY1_DIFFERS, "sample-rates-differ", "sampling rates", rateOf},
@@ -37,7 +38,7 @@ TracksByValue tracksByValue(const FormatProperty& property, const TrackMap& map,
     if (number > std::ssize(map.tracks)) {
       break;
     }
-    const ResultTrack& track = map.tracks[static_cast<std::size_t>(number - 1)];
+    const AudioTrack& track = map.tracks[static_cast<std::size_t>(number - 1)];
     const std::string value = property.valueOf(map.streams[track.streams.front()]);
     auto place = std::ranges::find(values, value, &TracksByValue::value_type::first);
     if (place == values.end()) {

@@ -16,6 +16,7 @@
 
 #include "api/kestrel.h"
 #include "host/evidence/label_sets.h"
+#include "host/evidence/track_map.h"
 
 namespace kestrel::host {
 namespace {
@@ -104,14 +105,14 @@ void addMonoReasons(const CatalogueItem& item, const TrackMap& map, std::vector<
   }
 }
 
-const ResultStream& streamOf(const TrackMap& map, std::int32_t track) {
+const AudioStream& streamOf(const TrackMap& map, std::int32_t track) {
   return map.streams[map.tracks.at(static_cast<std::size_t>(track - 1)).streams.front()];
 }
 
 // A service that is one stream and all of it, or one that takes only a part of a stream.
 void addStreamReason(const Placed& placed, const TrackMap& map, std::vector<Reason>& reasons) {
   const TrackNumbers& tracks = placed.service.placed.tracks;
-  const ResultStream& stream = streamOf(map, tracks.front());
+  const AudioStream& stream = streamOf(map, tracks.front());
   if (stream.tracks == tracks && tracks.size() > 1) {
     reasons.push_back({"whole-stream", kWholeStream * static_cast<std::int32_t>(tracks.size()),
                        fmt::format("{} is the stream {}, which has {} channels.", placed.words,
@@ -119,7 +120,7 @@ void addStreamReason(const Placed& placed, const TrackMap& map, std::vector<Reas
                        tracks});
     return;
   }
-  const ResultStream& last = streamOf(map, tracks.back());
+  const AudioStream& last = streamOf(map, tracks.back());
   const bool beginsInside = stream.tracks.front() != tracks.front();
   const bool endsInside = last.tracks.back() != tracks.back();
   if (&stream != &last && (beginsInside || endsInside)) {
@@ -128,7 +129,7 @@ void addStreamReason(const Placed& placed, const TrackMap& map, std::vector<Reas
   }
 }
 
-bool haveOneFormat(const ResultStream& left, const ResultStream& right) {
+bool haveOneFormat(const AudioStream& left, const AudioStream& right) {
   return left.sampleRate == right.sampleRate && left.bitDepth == right.bitDepth &&
          left.format == right.format;
 }
@@ -221,7 +222,7 @@ std::int32_t pointsOf(const std::vector<Reason>& reasons) {
 std::vector<Candidate> identify(const TrackMap& map, const LibraryStreams& streams) {
   const LabelOptions noLabels{"", false};  // labels rank, they do not decide
   std::vector<Candidate> candidates;
-  for (const CatalogueItem* item : itemsOfTotal(static_cast<std::int32_t>(map.tracks.size()))) {
+  for (const CatalogueItem* item : itemsOfTotal(trackTotal(map))) {
     if (LibraryAnalysis(streams, item->description, noLabels).isCarried()) {
       candidates.push_back(candidateOf(*item, map));
     }

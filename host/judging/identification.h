@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "host/evidence/track_map.h"
+#include "host/evidence/tracks.h"
 #include "host/judging/catalogue_items.h"
-#include "host/judging/file_result.h"
 #include "host/judging/library_analysis.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

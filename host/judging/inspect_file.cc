@@ -9,6 +9,7 @@
 
 #include "host/basics/utf8.h"
 #include "host/evidence/stream_mapping.h"
+#include "host/evidence/track_map.h"
 #include "host/judging/cross_check.h"
 #include "host/judging/expectation.h"
 #include "host/judging/expected_map.h"
@@ -23,11 +24,11 @@ namespace {
 constexpr std::int64_t kMostTracks = 4096;
 
 MappedMedia readAndMap(const std::filesystem::path& file, const MediaReader& reader,
-                       FileResult& result) {
+                       FileFacts& facts) {
   const ReadMedia read = reader.read(file);
   MappedMedia media = mapMedia(read.raw);
-  result.reader = read.reader;
-  result.container = media.container;
+  facts.reader = read.reader;
+  facts.container = media.container;
   if (media.streams.empty()) {
     throw NotExamined("no-audio", "no audio stream in it");
   }
@@ -47,47 +48,46 @@ void requireFewTracks(const MappedMedia& media) {
   }
 }
 
-// Gathers one file's result, step by step.
-class Inspection {
+// Makes the judgement on one file, step by step.
+class Judging {
  public:
-  Inspection(const MappedMedia& media, const InspectOptions& options, FileResult& result)
-      : options_(options),
+  Judging(const MappedMedia& media, const TrackMap& map, const InspectOptions& options)
+      : media_(media),
+        map_(map),
+        options_(options),
         labels_{options.surroundChannelOrder, options.checkLabels},
-        map_(trackMap(media)),
-        streams_(media.streams),
-        result_(result) {
-    for (const MappingWarning& warning : media.warnings) {
-      add(warning.id.c_str(), Severity::kWarning, warning.sentence);
-    }
-    if (!media.declaredLayout.empty()) {
-      result.declared = declaredLayout(media.declaredLayout);
-    }
-  }
+        streams_(media.streams) {}
 
-  void run() {
-    result_.trackTotal = static_cast<std::int32_t>(map_.tracks.size());
-    result_.identification = identify(map_, streams_);
+  Judgement run() {
+    takeWarnings();
+    judgement_.identification = identify(map_, streams_);
     chooseExpectation();
     holdAgainstExpectation();
     checkDeclaration();
     noteIdentity();
-    std::ranges::stable_sort(result_.findings, {}, &Finding::severity);
-    result_.streams = std::move(map_.streams);
-    result_.tracks = std::move(map_.tracks);
+    std::ranges::stable_sort(judgement_.findings, {}, &Finding::severity);
+    return std::move(judgement_);
   }
 
  private:
   void add(const char* id, Severity severity, const std::string& sentence) {
-    result_.findings.push_back({id, severity, sentence, std::nullopt, {}});
+    judgement_.findings.push_back({id, severity, sentence, std::nullopt, {}});
+  }
+
+  void takeWarnings() {
+    for (const MappingWarning& warning : media_.warnings) {
+      add(warning.id.c_str(), Severity::kWarning, warning.sentence);
+    }
   }
 
   void chooseExpectation() {
-    if (result_.declared) {
-      declared_ = expectedDeclared(*result_.declared);
-      explainDeclaration(*result_.declared);
+    if (!media_.declaredLayout.empty()) {
+      judgement_.declared = declaredLayout(media_.declaredLayout);
+      declared_ = expectedDeclared(*judgement_.declared);
+      explainDeclaration(*judgement_.declared);
     }
-    result_.expectation = options_.expectation ? options_.expectation : declared_;
-    for (auto* expectation : {&result_.expectation, &declared_}) {
+    judgement_.expectation = options_.expectation ? options_.expectation : declared_;
+    for (auto* expectation : {&judgement_.expectation, &declared_}) {
       settle(*expectation);
     }
   }
@@ -96,11 +96,11 @@ class Inspection {
     if (!expectation) {
       return;
     }
-    if (const auto finding = settleAmbiguousCode(*expectation, result_.trackTotal)) {
-      const bool isNew =
-          std::ranges::find(result_.findings, finding->id, &Finding::id) == result_.findings.end();
+    if (const auto finding = settleAmbiguousCode(*expectation, trackTotal(map_))) {
+      const bool isNew = std::ranges::find(judgement_.findings, finding->id, &Finding::id) ==
+                         judgement_.findings.end();
       if (isNew) {
-        result_.findings.push_back(*finding);
+        judgement_.findings.push_back(*finding);
       }
     }
   }
@@ -118,66 +118,69 @@ class Inspection {
   }
 
   void holdAgainstExpectation() {
-    if (!result_.expectation) {
+    if (!judgement_.expectation) {
       return;
     }
-    ExpectedMap map =
-        expectedMap(map_, streams_, result_.expectation->description, labels_, options_.reportAll);
-    result_.services = std::move(map.services);
-    std::ranges::move(map.findings, std::back_inserter(result_.findings));
+    ExpectedMap map = expectedMap(map_, streams_, judgement_.expectation->description, labels_,
+                                  options_.reportAll);
+    judgement_.services = std::move(map.services);
+    std::ranges::move(map.findings, std::back_inserter(judgement_.findings));
   }
 
   void checkDeclaration() {
     if (!declared_) {
       return;
     }
-    const bool isOther = result_.expectation->kind != ExpectationKind::kDeclared;
+    const bool isOther = judgement_.expectation->kind != ExpectationKind::kDeclared;
     const std::vector<ResultService> expected =
         isOther ? allExpectedServices() : std::vector<ResultService>{};
-    result_.crossCheck = crossCheck({*declared_, expected, map_, streams_, result_.identification});
-    for (const Disagreement& disagreement : result_.crossCheck->disagreements) {
-      result_.findings.push_back({"declaration-contradicted", Severity::kWarning,
-                                  disagreement.sentence, std::nullopt, disagreement.tracks});
+    judgement_.crossCheck =
+        crossCheck({*declared_, expected, map_, streams_, judgement_.identification});
+    for (const Disagreement& disagreement : judgement_.crossCheck->disagreements) {
+      judgement_.findings.push_back({"declaration-contradicted", Severity::kWarning,
+                                     disagreement.sentence, std::nullopt, disagreement.tracks});
     }
   }
 
   // With those that stand behind "-".
   std::vector<ResultService> allExpectedServices() {
-    return expectedMap(map_, streams_, result_.expectation->description, labels_, true).services;
+    return expectedMap(map_, streams_, judgement_.expectation->description, labels_, true).services;
   }
 
   void noteIdentity() {
-    if (result_.identification.empty()) {
+    if (judgement_.identification.empty()) {
       add("not-identified", Severity::kNote,
-          fmt::format("No layout of the catalogue fits {} tracks like these.", result_.trackTotal));
+          fmt::format("No layout of the catalogue fits {} tracks like these.", trackTotal(map_)));
       return;
     }
-    const std::int32_t best = result_.identification.front().item.id;
-    const bool isExpected =
-        result_.expectation && result_.expectation->item && result_.expectation->item->id == best;
-    const bool isWrong = std::ranges::any_of(result_.findings, [](const Finding& finding) {
+    const std::int32_t best = judgement_.identification.front().item.id;
+    const bool isExpected = judgement_.expectation && judgement_.expectation->item &&
+                            judgement_.expectation->item->id == best;
+    const bool isWrong = std::ranges::any_of(judgement_.findings, [](const Finding& finding) {
       return finding.severity == Severity::kError;
     });
     if (isWrong && !isExpected) {
       add("looks-like", Severity::kNote,
-          fmt::format("The file looks like {}.", bestInWords(result_.identification)));
+          fmt::format("The file looks like {}.", bestInWords(judgement_.identification)));
     }
   }
 
+  const MappedMedia& media_;
+  const TrackMap& map_;
   const InspectOptions& options_;
   LabelOptions labels_;
-  TrackMap map_;
   LibraryStreams streams_;
-  FileResult& result_;
+  Judgement judgement_;
   std::optional<Expectation> declared_;
 };
 
 void inspectInto(FileResult& result, const std::filesystem::path& file,
                  const InspectOptions& options) {
   try {
-    const MappedMedia media = readAndMap(file, *options.reader, result);
+    const MappedMedia media = readAndMap(file, *options.reader, result.facts);
     requireFewTracks(media);
-    Inspection(media, options, result).run();
+    result.facts.map = trackMap(media);
+    result.judgement = Judging(media, result.facts.map, options).run();
   } catch (const NotExamined& reason) {
     result.error = ExaminationError{reason.id(), reason.what()};
   } catch (const std::bad_alloc&) {
@@ -191,7 +194,7 @@ void inspectInto(FileResult& result, const std::filesystem::path& file,
 
 FileResult inspectFile(const std::filesystem::path& file, const InspectOptions& options) {
   FileResult result;
-  result.file = utf8FromPath(file);
+  result.facts.file = utf8FromPath(file);
   inspectInto(result, file, options);
   result.verdict = verdictOf(result, options.isStrict);
   return result;

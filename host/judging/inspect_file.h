@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 #include "host/reading/media_reader.h"
 
 namespace kestrel::host {

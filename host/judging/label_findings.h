@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "host/evidence/track_map.h"
-#include "host/judging/file_result.h"
+#include "host/evidence/tracks.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

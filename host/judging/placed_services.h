@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/judging/catalogue_items.h"
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

@@ -10,7 +10,7 @@ namespace kestrel::host {
 namespace {
 
 std::ptrdiff_t countOf(const FileResult& result, Severity severity) {
-  return std::ranges::count(result.findings, severity, &Finding::severity);
+  return std::ranges::count(result.judgement.findings, severity, &Finding::severity);
 }
 
 std::string warningsInWords(std::ptrdiff_t count) {
@@ -18,18 +18,19 @@ std::string warningsInWords(std::ptrdiff_t count) {
 }
 
 std::string nameOfExpected(const FileResult& result) {
-  return result.expectation->item ? fmt::format("\"{}\"", result.expectation->item->name)
-                                  : "the expected services";
+  return result.judgement.expectation->item
+             ? fmt::format("\"{}\"", result.judgement.expectation->item->name)
+             : "the expected services";
 }
 
 Verdict withoutExpectation(const FileResult& result) {
-  if (result.identification.empty()) {
+  if (result.judgement.identification.empty()) {
     return {VerdictResult::kDoesNotConform, ExitCode::kDoesNotConform,
             "Nothing was expected, and no layout of the catalogue fits the file."};
   }
   return {VerdictResult::kIdentified, ExitCode::kConforms,
           fmt::format("Nothing was expected; the file looks like {}.",
-                      bestInWords(result.identification))};
+                      bestInWords(result.judgement.identification))};
 }
 
 Verdict withExpectation(const FileResult& result) {
@@ -52,7 +53,8 @@ Verdict verdictOf(const FileResult& result, bool isStrict) {
     return {VerdictResult::kNotExamined, ExitCode::kNotExamined,
             fmt::format("The file could not be examined: {}.", result.error->sentence)};
   }
-  Verdict verdict = result.expectation ? withExpectation(result) : withoutExpectation(result);
+  Verdict verdict =
+      result.judgement.expectation ? withExpectation(result) : withoutExpectation(result);
   const std::ptrdiff_t warnings = countOf(result, Severity::kWarning);
   if (verdict.exitCode != ExitCode::kConforms || warnings == 0) {
     return verdict;

@@ -1,7 +1,7 @@
 // The verdict on a file, from what was found about it.
 #pragma once
 
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

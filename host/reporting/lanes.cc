@@ -21,16 +21,17 @@ struct ServiceColumn {
   std::vector<Cell> cells;
 };
 
-std::string channelCounts(const FileResult& result, const ResultTrack& track) {
+std::string channelCounts(const FileResult& result, const AudioTrack& track) {
   std::string counts;
   for (const std::size_t index : track.streams) {
-    counts += fmt::format("{}{}", counts.empty() ? "" : "+", result.streams[index].channels);
+    counts +=
+        fmt::format("{}{}", counts.empty() ? "" : "+", result.facts.map.streams[index].channels);
   }
   return counts;
 }
 
-std::string formatInWords(const FileResult& result, const ResultTrack& track) {
-  const ResultStream& stream = result.streams[track.streams.front()];
+std::string formatInWords(const FileResult& result, const AudioTrack& track) {
+  const AudioStream& stream = result.facts.map.streams[track.streams.front()];
   std::string words = printable(stream.format);
   if (track.isPairCoded) {
     words += fmt::format(" ({} channels)", channelCounts(result, track));
@@ -63,9 +64,9 @@ void place(ServiceColumn& column, const TrackNumbers& tracks, const std::string&
 }
 
 ServiceColumn expectedColumn(const FileResult& result) {
-  ServiceColumn column{"Expected", std::vector<Cell>(result.tracks.size())};
-  for (std::size_t index = 0; index < result.services.size(); ++index) {
-    const ResultService& service = result.services[index];
+  ServiceColumn column{"Expected", std::vector<Cell>(result.facts.map.tracks.size())};
+  for (std::size_t index = 0; index < result.judgement.services.size(); ++index) {
+    const ResultService& service = result.judgement.services[index];
     const std::string name =
         printable(service.name) + (service.isRequested ? "" : " (not requested)");
     place(column, service.tracks, service.isHeld ? name : name + " ✗",
@@ -75,8 +76,8 @@ ServiceColumn expectedColumn(const FileResult& result) {
 }
 
 ServiceColumn candidateColumn(const FileResult& result) {
-  ServiceColumn column{"Looks like", std::vector<Cell>(result.tracks.size())};
-  const std::vector<PlacedService>& services = result.identification.front().services;
+  ServiceColumn column{"Looks like", std::vector<Cell>(result.facts.map.tracks.size())};
+  const std::vector<PlacedService>& services = result.judgement.identification.front().services;
   for (std::size_t index = 0; index < services.size(); ++index) {
     place(column, services[index].tracks, services[index].name, serviceColour(index));
   }
@@ -85,11 +86,11 @@ ServiceColumn candidateColumn(const FileResult& result) {
 
 std::vector<ServiceColumn> serviceColumns(const FileResult& result) {
   std::vector<ServiceColumn> columns;
-  if (!result.services.empty()) {
+  if (!result.judgement.services.empty()) {
     columns.push_back(expectedColumn(result));
   }
   const bool conforms = result.verdict.result == VerdictResult::kConforms;
-  if (!result.identification.empty() && !conforms) {
+  if (!result.judgement.identification.empty() && !conforms) {
     columns.push_back(candidateColumn(result));
   }
   return columns;
@@ -97,7 +98,7 @@ std::vector<ServiceColumn> serviceColumns(const FileResult& result) {
 
 std::vector<std::string> trackLines(const FileResult& result) {
   std::vector<TableRow> rows = {{"Track", "Stream", "Label", "Format"}};
-  for (const ResultTrack& track : result.tracks) {
+  for (const AudioTrack& track : result.facts.map.tracks) {
     rows.push_back({fmt::format("{:>5}", track.number), printable(track.name),
                     printable(track.label), formatInWords(result, track)});
   }

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "api/kestrel.h"
+#include "host/evidence/track_map.h"
 
 namespace kestrel::host {
 
@@ -63,7 +64,7 @@ void addFileName(Json& document, const std::string& name) {
 }  // namespace
 
 // NOLINTBEGIN(readability-identifier-naming): nlohmann::json finds these by name and argument.
-void to_json(Json& json, const ResultStream& stream) {
+void to_json(Json& json, const AudioStream& stream) {
   json = {{"id", stream.id},
           {"channel", orNull(stream.channel)},
           {"format", stream.format},
@@ -76,7 +77,7 @@ void to_json(Json& json, const ResultStream& stream) {
           {"tracks", stream.tracks}};
 }
 
-void to_json(Json& json, const ResultTrack& track) {
+void to_json(Json& json, const AudioTrack& track) {
   json = {{"number", track.number},   {"name", track.name},   {"streams", track.streams},
           {"channel", track.channel}, {"label", track.label}, {"pairCoded", track.isPairCoded}};
 }
@@ -174,20 +175,20 @@ void to_json(Json& json, const ExaminationError& error) {
 
 Json toJson(const FileResult& result) {
   Json json = {{"schema", kResultSchema}, {"kestrel", KESTREL_VERSION}};
-  addFileName(json, result.file);
+  addFileName(json, result.facts.file);
   json["verdict"] = result.verdict;
   json["error"] = orNull(result.error);
-  json["reader"] = result.reader;
-  json["container"] = result.container;
-  json["trackTotal"] = result.trackTotal;
-  json["streams"] = result.streams;
-  json["tracks"] = result.tracks;
-  json["declared"] = orNull(result.declared);
-  json["expectation"] = orNull(result.expectation);
-  json["services"] = result.services;
-  json["identification"] = result.identification;
-  json["crossCheck"] = orNull(result.crossCheck);
-  json["findings"] = result.findings;
+  json["reader"] = result.facts.reader;
+  json["container"] = result.facts.container;
+  json["trackTotal"] = trackTotal(result.facts.map);
+  json["streams"] = result.facts.map.streams;
+  json["tracks"] = result.facts.map.tracks;
+  json["declared"] = orNull(result.judgement.declared);
+  json["expectation"] = orNull(result.judgement.expectation);
+  json["services"] = result.judgement.services;
+  json["identification"] = result.judgement.identification;
+  json["crossCheck"] = orNull(result.judgement.crossCheck);
+  json["findings"] = result.judgement.findings;
   return json;
 }
 

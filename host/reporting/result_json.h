@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/basics/json.h"
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "host/basics/utf8.h"
+#include "host/evidence/track_map.h"
 #include "host/reporting/lanes.h"
 
 namespace kestrel::host {
@@ -57,23 +58,24 @@ std::string expectedInWords(const Expectation& expectation) {
 }
 
 std::string head(const FileResult& result, const TextStyle& style) {
-  const std::string kind = result.container.empty()
-                               ? ""
-                               : fmt::format(" ({}, {} track{})", printable(result.container),
-                                             result.trackTotal, result.trackTotal == 1 ? "" : "s");
-  std::string text = plainEntry("File", printable(result.file) + kind, style);
-  if (result.declared) {
-    text += plainEntry("Declared", declaredInWords(*result.declared), style);
+  const std::string kind =
+      result.facts.container.empty()
+          ? ""
+          : fmt::format(" ({}, {} track{})", printable(result.facts.container),
+                        trackTotal(result.facts.map), trackTotal(result.facts.map) == 1 ? "" : "s");
+  std::string text = plainEntry("File", printable(result.facts.file) + kind, style);
+  if (result.judgement.declared) {
+    text += plainEntry("Declared", declaredInWords(*result.judgement.declared), style);
   }
-  if (result.expectation) {
-    text += plainEntry("Expected", expectedInWords(*result.expectation), style);
+  if (result.judgement.expectation) {
+    text += plainEntry("Expected", expectedInWords(*result.judgement.expectation), style);
   }
   return text + entry("Verdict", verdictColour(result), result.verdict.sentence, style);
 }
 
 std::string findings(const FileResult& result, const TextStyle& style) {
   std::string text;
-  for (const Finding& finding : result.findings) {
+  for (const Finding& finding : result.judgement.findings) {
     const SeverityWord& severity = kSeverities.at(static_cast<std::size_t>(finding.severity));
     text += entry(severity.word, severity.colour, finding.sentence, style);
   }
@@ -98,24 +100,24 @@ std::string candidateEntry(const std::string& word, const Candidate& candidate,
 
 std::string identification(const FileResult& result, const TextStyle& style) {
   std::string text;
-  const std::size_t shown = std::min(kShownCandidates, result.identification.size());
+  const std::size_t shown = std::min(kShownCandidates, result.judgement.identification.size());
   for (std::size_t index = 0; index < shown; ++index) {
-    text += candidateEntry(index == 0 ? "Fits" : "", result.identification[index], style);
+    text += candidateEntry(index == 0 ? "Fits" : "", result.judgement.identification[index], style);
   }
   std::string others;
-  for (std::size_t index = shown; index < result.identification.size(); ++index) {
-    others +=
-        fmt::format("{}\"{}\"", others.empty() ? "" : ", ", result.identification[index].item.name);
+  for (std::size_t index = shown; index < result.judgement.identification.size(); ++index) {
+    others += fmt::format("{}\"{}\"", others.empty() ? "" : ", ",
+                          result.judgement.identification[index].item.name);
   }
   text += others.empty() ? "" : plainEntry("", "Also possible: " + others + ".", style);
   return text.empty() ? "" : "\n" + text;
 }
 
 std::string crossCheckInWords(const FileResult& result, const TextStyle& style) {
-  if (!result.crossCheck) {
+  if (!result.judgement.crossCheck) {
     return "";
   }
-  const CrossCheck& check = *result.crossCheck;
+  const CrossCheck& check = *result.judgement.crossCheck;
   const std::string agreement = check.disagreements.empty()
                                     ? "Nothing contradicts the declared code."
                                     : "The declared code is contradicted (see the warnings).";

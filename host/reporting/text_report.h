@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/basics/text_style.h"
-#include "host/judging/file_result.h"
+#include "host/judging/result.h"
 
 namespace kestrel::host {
 

@@ -9,7 +9,7 @@ namespace {
 
 std::vector<std::string> names(const TrackMap& map) {
   std::vector<std::string> result;
-  for (const ResultTrack& track : map.tracks) {
+  for (const AudioTrack& track : map.tracks) {
     result.push_back(track.name);
   }
   return result;

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/evidence/stream_mapping.h"
+#include "host/evidence/track_map.h"
 #include "host/judging/identification.h"
 #include "host/judging/inspect_file.h"
 #include "host/reading/child_process.h"
@@ -98,8 +100,8 @@ TEST(RealFilesTest, areIdentified) {
   };
   for (const auto& row : rows) {
     const FileResult result = inspected(row.name);
-    ASSERT_FALSE(result.identification.empty()) << row.name;
-    EXPECT_EQ(bestInWords(result.identification), row.best) << row.name;
+    ASSERT_FALSE(result.judgement.identification.empty()) << row.name;
+    EXPECT_EQ(bestInWords(result.judgement.identification), row.best) << row.name;
   }
 }
 
@@ -107,7 +109,7 @@ TEST(RealFilesTest, whatNoLayoutFitsIsNotIdentified) {
   for (const char* name : {"wav_mono.wav", "wav_dolby_e.wav", "mov_6ch_dolby_e.mov",
                            "mxf_8ch_dolby_e_split.mxf", "mov_dolby_e_2_and_4.mov"}) {
     const FileResult result = inspected(name);
-    EXPECT_TRUE(result.identification.empty()) << name;
+    EXPECT_TRUE(result.judgement.identification.empty()) << name;
     EXPECT_EQ(result.verdict.result, VerdictResult::kDoesNotConform) << name;
   }
 }

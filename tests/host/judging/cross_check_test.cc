@@ -19,14 +19,16 @@ FileResult declared(const std::string& code, const std::string& labels,
 // "id tracks: value / value" for each disagreement.
 std::vector<std::string> disagreements(const FileResult& result) {
   std::vector<std::string> texts;
-  for (const Disagreement& one : result.crossCheck->disagreements) {
+  for (const Disagreement& one : result.judgement.crossCheck->disagreements) {
     texts.push_back(fmt::format("{} {}: {} / {}", one.id, fmt::join(one.tracks, " "),
                                 one.values[0].value, one.values[1].value));
   }
   return texts;
 }
 
-std::string majority(const FileResult& result) { return result.crossCheck->majority.sentence; }
+std::string majority(const FileResult& result) {
+  return result.judgement.crossCheck->majority.sentence;
+}
 
 using Texts = std::vector<std::string>;
 
@@ -60,7 +62,7 @@ TEST(CrossCheckTest, codedAndPlainTracksContradictTheCode) {
 TEST(CrossCheckTest, theTotalOfTracksContradictsTheCode) {
   const FileResult result = declared("12d", "L R");
   EXPECT_EQ(disagreements(result), Texts{"total-differs : 12 tracks / 2"});
-  EXPECT_EQ(result.crossCheck->disagreements.front().sentence,
+  EXPECT_EQ(result.judgement.crossCheck->disagreements.front().sentence,
             "The declared code 12d says 12 tracks, the tracks say 2.");
 }
 
@@ -112,11 +114,11 @@ TEST(CrossCheckTest, theEvidenceMayFitNoLayout) {
 }
 
 TEST(CrossCheckTest, withoutACodeThereIsNone) {
-  EXPECT_FALSE(inspectMedia(monoTracks("L R")).crossCheck);
-  EXPECT_FALSE(declared("8c", "L R").crossCheck);
+  EXPECT_FALSE(inspectMedia(monoTracks("L R")).judgement.crossCheck);
+  EXPECT_FALSE(declared("8c", "L R").judgement.crossCheck);
   RawMedia media = monoTracks("L R");
   media.declaredLayout = "EBU R 48: 2a";
-  EXPECT_FALSE(inspectMedia(media).crossCheck);
+  EXPECT_FALSE(inspectMedia(media).judgement.crossCheck);
 }
 
 }  // namespace

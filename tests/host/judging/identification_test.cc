@@ -4,13 +4,14 @@
 
 #include <algorithm>
 
+#include "host/evidence/track_map.h"
 #include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
 namespace {
 
 std::vector<Candidate> identified(const RawMedia& media) {
-  return inspectMedia(media).identification;
+  return inspectMedia(media).judgement.identification;
 }
 
 std::string best(const RawMedia& media) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <new>
 
+#include "host/evidence/stream_mapping.h"
+#include "host/evidence/track_map.h"
 #include "host/judging/expectation.h"
 #include "tests/host/support/synthetic_media.h"
 
@@ -23,13 +25,13 @@ TEST(InspectFileTest, aConformingFileHasItsServices) {
   EXPECT_EQ(result.verdict.result, VerdictResult::kConforms);
   EXPECT_EQ(result.verdict.exitCode, ExitCode::kConforms);
   EXPECT_EQ(result.verdict.sentence, "The file carries the expected services.");
-  ASSERT_EQ(result.services.size(), 2u);
-  EXPECT_EQ(result.services[0].name, "5.1 Mix");
-  EXPECT_EQ(result.services[0].tracks, trackRange(1, 6));
-  EXPECT_EQ(result.services[0].labels,
+  ASSERT_EQ(result.judgement.services.size(), 2u);
+  EXPECT_EQ(result.judgement.services[0].name, "5.1 Mix");
+  EXPECT_EQ(result.judgement.services[0].tracks, trackRange(1, 6));
+  EXPECT_EQ(result.judgement.services[0].labels,
             (std::vector<std::string>{"L", "R", "C", "LFE", "Ls", "Rs"}));
-  EXPECT_TRUE(result.services[1].isHeld);
-  EXPECT_TRUE(result.findings.empty());
+  EXPECT_TRUE(result.judgement.services[1].isHeld);
+  EXPECT_TRUE(result.judgement.findings.empty());
 }
 
 TEST(InspectFileTest, anErrorKeepsTheFileFromConforming) {
@@ -57,7 +59,7 @@ TEST(InspectFileTest, anErrorKeepsTheFileFromConforming) {
     EXPECT_EQ(result.verdict.result, VerdictResult::kDoesNotConform) << row.layout;
     EXPECT_EQ(result.verdict.exitCode, ExitCode::kDoesNotConform) << row.layout;
     EXPECT_EQ(findingIds(result, Severity::kError), row.errors);
-    EXPECT_EQ(result.findings.front().sentence, row.sentence);
+    EXPECT_EQ(result.judgement.findings.front().sentence, row.sentence);
   }
 }
 
@@ -74,7 +76,7 @@ TEST(InspectFileTest, neighboursOfUnequalFormatAreNamedWithTheirValues) {
   EXPECT_EQ(findingIds(result, Severity::kError),
             "sample-rates-differ bit-depths-differ formats-differ");
   EXPECT_EQ(result.verdict.exitCode, ExitCode::kDoesNotConform);
-  EXPECT_FALSE(result.services[0].isHeld);
+  EXPECT_FALSE(result.judgement.services[0].isHeld);
 }
 
 TEST(InspectFileTest, oddLabelsAreWarnings) {
@@ -103,7 +105,7 @@ TEST(InspectFileTest, oddLabelsAreWarnings) {
 TEST(InspectFileTest, absentLabelsAreANote) {
   const FileResult result = inspectMedia(monoTracks("- - - - - -"), expecting("T6=5.1 Mix"));
   EXPECT_EQ(findingIds(result, Severity::kNote), "labels-absent");
-  EXPECT_EQ(result.services[0].labels.size(), 6u);
+  EXPECT_EQ(result.judgement.services[0].labels.size(), 6u);
 }
 
 TEST(InspectFileTest, withoutLabelCheckLabelsAreNotLookedAt) {
@@ -111,14 +113,14 @@ TEST(InspectFileTest, withoutLabelCheckLabelsAreNotLookedAt) {
   options.checkLabels = false;
   options.surroundChannelOrder = "C L R Ls Rs LFE";
   const FileResult result = inspectMedia(monoTracks("L L L L L L"), options);
-  EXPECT_TRUE(result.findings.empty());
-  EXPECT_EQ(result.services[0].labels.front(), "C");
+  EXPECT_TRUE(result.judgement.findings.empty());
+  EXPECT_EQ(result.judgement.services[0].labels.front(), "C");
 }
 
 TEST(InspectFileTest, theOrderIsWhatLabelsAreHeldAgainst) {
   InspectOptions options = expecting("T6=5.1 Mix");
   options.surroundChannelOrder = "L C R Ls Rs LFE";
-  EXPECT_TRUE(inspectMedia(monoTracks("L C R Ls Rs LFE"), options).findings.empty());
+  EXPECT_TRUE(inspectMedia(monoTracks("L C R Ls Rs LFE"), options).judgement.findings.empty());
   EXPECT_EQ(sentenceOf(inspectMedia(monoTracks("L R C LFE Ls Rs"), options), "labels-reordered"),
             "The 5.1 Mix on tracks 1 to 6 has a full set of labels in the order L R C LFE Ls Rs "
             "instead of L C R Ls Rs LFE.");
@@ -156,14 +158,14 @@ TEST(InspectFileTest, withoutExpectationTheDeclarationCounts) {
   RawMedia media = monoTracks("L R C LFE Ls Rs L R");
   media.declaredLayout = "EBU R 123: 8b";
   const FileResult result = inspectMedia(media);
-  EXPECT_EQ(result.expectation->kind, ExpectationKind::kDeclared);
+  EXPECT_EQ(result.judgement.expectation->kind, ExpectationKind::kDeclared);
   EXPECT_EQ(result.verdict.result, VerdictResult::kConforms);
   EXPECT_EQ(result.verdict.sentence, "The file carries \"5.1 Mix + Stereo Downmix\".");
 }
 
 TEST(InspectFileTest, withoutExpectationAndDeclarationTheFileIsIdentified) {
   const FileResult result = inspectMedia(monoTracks("L R"));
-  EXPECT_FALSE(result.expectation);
+  EXPECT_FALSE(result.judgement.expectation);
   EXPECT_EQ(result.verdict.result, VerdictResult::kIdentified);
   EXPECT_EQ(result.verdict.exitCode, ExitCode::kConforms);
   EXPECT_EQ(result.verdict.sentence, "Nothing was expected; the file looks like \"Stereo\".");
@@ -173,7 +175,7 @@ TEST(InspectFileTest, whatNoLayoutFitsDoesNotConform) {
   const FileResult result = inspectMedia(monoTracks("- - - - - - - - - - - - - -"));
   EXPECT_EQ(result.verdict.result, VerdictResult::kDoesNotConform);
   EXPECT_EQ(findingIds(result, Severity::kNote), "not-identified");
-  EXPECT_EQ(result.trackTotal, 14);
+  EXPECT_EQ(trackTotal(result.facts.map), 14);
 }
 
 TEST(InspectFileTest, fourteenTracksMayBeExpected) {
@@ -221,21 +223,21 @@ TEST(InspectFileTest, tracksThatAreLeftOverAreAWarning) {
 
 TEST(InspectFileTest, servicesBehindADashAreListedOnRequest) {
   InspectOptions options = expecting("T6=Stereo,-EMCA,Stereo");
-  EXPECT_EQ(inspectMedia(monoTracks("- - E - -"), options).services.size(), 2u);
+  EXPECT_EQ(inspectMedia(monoTracks("- - E - -"), options).judgement.services.size(), 2u);
   options.reportAll = true;
   const FileResult result = inspectMedia(monoTracks("- - E - -"), options);
-  ASSERT_EQ(result.services.size(), 3u);
-  EXPECT_FALSE(result.services[1].isRequested);
-  ASSERT_EQ(result.services[1].programmes.size(), 2u);
-  EXPECT_EQ(result.services[1].programmes[0].channels, 6);
+  ASSERT_EQ(result.judgement.services.size(), 3u);
+  EXPECT_FALSE(result.judgement.services[1].isRequested);
+  ASSERT_EQ(result.judgement.services[1].programmes.size(), 2u);
+  EXPECT_EQ(result.judgement.services[1].programmes[0].channels, 6);
 }
 
 TEST(InspectFileTest, findingsOfServicesBehindADashKeepTheOthersNumbers) {
   const FileResult result =
       inspectMedia(monoTracks("- - - - - -"), expecting("T6=-EMCA,Stereo,EMCA"));
   ASSERT_EQ(findingIds(result, Severity::kError), "coded-pair-missing coded-pair-missing");
-  EXPECT_FALSE(result.findings[0].service);
-  EXPECT_EQ(result.findings[1].service, 1u);
+  EXPECT_FALSE(result.judgement.findings[0].service);
+  EXPECT_EQ(result.judgement.findings[1].service, 1u);
 }
 
 class FailingReader : public MediaReader {

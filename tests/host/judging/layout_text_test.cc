@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "host/evidence/stream_mapping.h"
 #include "host/judging/library_analysis.h"
 #include "tests/host/support/synthetic_media.h"
 

@@ -41,7 +41,7 @@ TEST(ResultJsonTest, anyNameComesBackExactly) {
   for (const std::string name : {"film.mxf", "t\xc3\xa9l\xc3\xa9.mxf", "\xe9t\xe9.mxf", "a\nb\"c",
                                  "\xff", "\xed\xa0\x80", "\xef\xbf\xbd", ""}) {
     FileResult result;
-    result.file = name;
+    result.facts.file = name;
     const std::string line = toJson(result).dump();
     EXPECT_EQ(line.find('\n'), std::string::npos);
     EXPECT_EQ(fileNameIn(nlohmann::ordered_json::parse(line)), name);
@@ -50,7 +50,7 @@ TEST(ResultJsonTest, anyNameComesBackExactly) {
 
 TEST(ResultJsonTest, theNameOfALayoutFileMayBeAnything) {
   FileResult result;
-  result.expectation =
+  result.judgement.expectation =
       Expectation{ExpectationKind::kLayoutFile, "caf\xe9.txt", {}, "", "T2=Stereo"};
   EXPECT_EQ(toJson(result)["expectation"]["text"], "caf\xef\xbf\xbd.txt");
   EXPECT_NO_THROW(toJson(result).dump());
@@ -58,7 +58,7 @@ TEST(ResultJsonTest, theNameOfALayoutFileMayBeAnything) {
 
 TEST(ResultJsonTest, bytesThatAreNotUtf8StandBeside) {
   FileResult result;
-  result.file = "\xe9.mxf";
+  result.facts.file = "\xe9.mxf";
   EXPECT_EQ(toJson(result)["file"], "\xef\xbf\xbd.mxf");
   EXPECT_EQ(toJson(result)["fileBytes"], "e92e6d7866");
 }

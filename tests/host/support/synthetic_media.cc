@@ -6,6 +6,7 @@
 
 #include "host/basics/text_parts.h"
 #include "host/evidence/stream_mapping.h"
+#include "host/evidence/track_map.h"
 
 namespace kestrel::host {
 namespace {
@@ -71,7 +72,7 @@ FileResult inspectMedia(const RawMedia& media, InspectOptions options) {
 
 std::string findingIds(const FileResult& result, Severity severity) {
   std::string ids;
-  for (const Finding& finding : result.findings) {
+  for (const Finding& finding : result.judgement.findings) {
     if (finding.severity == severity) {
       ids += (ids.empty() ? "" : " ") + finding.id;
     }
@@ -80,13 +81,13 @@ std::string findingIds(const FileResult& result, Severity severity) {
 }
 
 std::string sentenceOf(const FileResult& result, const std::string& id) {
-  const auto found = std::ranges::find(result.findings, id, &Finding::id);
-  return found == result.findings.end() ? "none" : found->sentence;
+  const auto found = std::ranges::find(result.judgement.findings, id, &Finding::id);
+  return found == result.judgement.findings.end() ? "none" : found->sentence;
 }
 
 std::string tracksOfFinding(const FileResult& result, const std::string& id) {
   std::string text;
-  for (const Finding& finding : result.findings) {
+  for (const Finding& finding : result.judgement.findings) {
     if (finding.id == id) {
       text += fmt::format("{}{} {}", text.empty() ? "" : "; ", id, fmt::join(finding.tracks, " "));
     }

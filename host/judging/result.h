@@ -1,9 +1,7 @@
 // What the examination of one file came to: the one structure from which every output is made, the
 // text, the JSON and the page. Plain data; the names are those of
-// docs/schema/kestrel-result-1.json.
-//
-// Tracks are numbered from 1 in the order of the file, as the layouts count them: each channel of a
-// plain stream is one track, each pair that carries coded programmes is two.
+// docs/schema/kestrel-result-1.json. The facts come as they are from evidence/, the judgement is
+// made here.
 #pragma once
 
 #include <cstdint>
@@ -12,34 +10,9 @@
 #include <vector>
 
 #include "host/basics/exit_code.h"
+#include "host/evidence/tracks.h"
 
 namespace kestrel::host {
-
-using TrackNumbers = std::vector<std::int32_t>;
-
-/// One audio stream as the reader reports it.
-struct ResultStream {
-  std::string id;                       ///< the reader's own id, before any renumbering
-  std::optional<std::int32_t> channel;  ///< its channel, from 1, in a track that was split
-  std::string format;
-  std::int32_t channels = 0;
-  std::int32_t sampleRate = 0;  ///< Hz; 0: not known
-  std::int32_t bitDepth = 0;    ///< 0: not known
-  std::vector<std::string> labels;
-  bool isPairCoded = false;
-  std::optional<std::int32_t> programme;  ///< from 1, on its pair
-  TrackNumbers tracks;
-};
-
-/// One track: a channel of a plain stream, or one half of a pair.
-struct ResultTrack {
-  std::int32_t number = 0;
-  std::string name;                  ///< in the reader's terms: "2001", "2 channel 3"
-  std::vector<std::size_t> streams;  ///< indices; several where programmes share a pair
-  std::int32_t channel = 0;          ///< from 1, in its stream; of the pair when pair-coded
-  std::string label;                 ///< empty: none
-  bool isPairCoded = false;
-};
 
 /// A layout of the catalogue.
 struct NamedItem {
@@ -155,21 +128,21 @@ struct ExaminationError {
   std::string sentence;
 };
 
-struct FileResult {
-  std::string file;    ///< the bytes of the name, whatever their encoding
-  std::string reader;  ///< "libmediainfo", "libmediainfo-quick" or "mediainfo-json"
-  std::string container;
-  std::int32_t trackTotal = 0;
-  std::vector<ResultStream> streams;
-  std::vector<ResultTrack> tracks;
+/// What is said about the facts of one file.
+struct Judgement {
   std::optional<DeclaredLayout> declared;
   std::optional<Expectation> expectation;
-  Verdict verdict;
   std::vector<ResultService> services;
   std::vector<Candidate> identification;  ///< the best supported first
   std::optional<CrossCheck> crossCheck;   ///< where an EBU R 123 code is declared
   std::vector<Finding> findings;          ///< errors first, then warnings, then notes
+};
+
+struct FileResult {
+  FileFacts facts;
+  Judgement judgement;
   std::optional<ExaminationError> error;  ///< exactly when the verdict is kNotExamined
+  Verdict verdict;
 };
 
 }  // namespace kestrel::host
