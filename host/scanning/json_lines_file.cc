@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,9 +17,15 @@ namespace {
 
 constexpr mode_t kMode = 0666;  // less the user's umask
 
-// Another process that holds the lock is told at once; a file system without locks has none.
+// The lock is one of the process: a reader that is just being forked does not share it, so it ends
+// with the scan, however that ends. But it also ends when the process closes any other descriptor
+// of the file, so it is taken again whenever the file was or may have been read meanwhile. Another
+// process that holds it is told at once; a file system without locks has none.
 bool isLockedByAnother(int descriptor) {
-  return ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  struct flock whole {};
+  whole.l_type = F_WRLCK;
+  whole.l_whence = SEEK_SET;
+  return ::fcntl(descriptor, F_SETLK, &whole) != 0 && (errno == EAGAIN || errno == EACCES);
 }
 
 off_t sizeOf(int descriptor) {
@@ -47,8 +52,9 @@ JsonLinesFile::JsonLinesFile(const std::filesystem::path& file)
   }
   if (isLockedByAnother(descriptor_)) {
     ::close(descriptor_);
-    throw OutputError(name_ + ": another scan is writing to it");
+    refuse();
   }
+  size_ = sizeOf(descriptor_);
 }
 
 JsonLinesFile::~JsonLinesFile() {
@@ -62,7 +68,19 @@ void JsonLinesFile::fail(int error) const {
       fmt::format("{} cannot be written: {}", name_, std::generic_category().message(error)));
 }
 
+void JsonLinesFile::refuse() const { throw OutputError(name_ + ": another scan is writing to it"); }
+
+void JsonLinesFile::keepLocked() const {
+  if (descriptor_ != STDOUT_FILENO && isLockedByAnother(descriptor_)) {
+    refuse();
+  }
+}
+
 void JsonLinesFile::mend(const JsonLinesEnd& end) {
+  keepLocked();
+  if (sizeOf(descriptor_) != size_) {
+    refuse();
+  }
   if (end.isTorn && ::ftruncate(descriptor_, static_cast<off_t>(end.size)) != 0) {
     fail(errno);
   }
@@ -71,7 +89,10 @@ void JsonLinesFile::mend(const JsonLinesEnd& end) {
   }
 }
 
-void JsonLinesFile::append(const std::string& line) { write(line + "\n"); }
+void JsonLinesFile::append(const std::string& line) {
+  keepLocked();
+  write(line + "\n");
+}
 
 // A write that a full disk cuts short is followed by one that says why.
 void JsonLinesFile::write(std::string_view text) {

@@ -3,6 +3,8 @@
 // do not mix theirs.
 #pragma once
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <string>
 
@@ -22,6 +24,7 @@ class JsonLinesFile {
   ~JsonLinesFile();
 
   /// Takes away a torn line and adds a newline that is missing, as readJsonLines() found them.
+  /// Raises OutputError when another scan wrote to the file while it was read.
   void mend(const JsonLinesEnd& end);
 
   /// Raises OutputError when the line cannot be written; what was written of it is taken away. One
@@ -30,10 +33,13 @@ class JsonLinesFile {
 
  private:
   [[noreturn]] void fail(int error) const;
+  [[noreturn]] void refuse() const;
+  void keepLocked() const;
   void write(std::string_view text);
 
   std::string name_;
   int descriptor_;
+  off_t size_ = -1;  ///< when it was opened; -1: it is no regular file
 };
 
 }  // namespace kestrel::host

@@ -1,7 +1,6 @@
 // Scans that do not come to their end, and those that go on with them.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -199,7 +198,9 @@ TEST_F(ScanResumeTest, aFileThatIsNotOursIsLeftAlone) {
 TEST_F(ScanResumeTest, twoScansDoNotWriteToOneFile) {
   makeFastFiles();
   const int other = ::open(path("r.jsonl").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-  ASSERT_EQ(::flock(other, LOCK_EX), 0);
+  struct flock whole {};
+  whole.l_type = F_WRLCK;
+  ASSERT_EQ(::fcntl(other, F_SETLK, &whole), 0);
   const ProgramRun refused = scan();
   ::close(other);
   EXPECT_EQ(refused.exitCode, 2);
