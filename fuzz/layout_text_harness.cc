@@ -14,7 +14,7 @@
 #include "fuzz/disagreement.h"
 #include "fuzz/harness.h"
 #include "fuzz/host_text.h"
-#include "host/basics/text_table.h"
+#include "host/basics/text_columns.h"
 #include "host/basics/usage_error.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/expectation.h"

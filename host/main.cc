@@ -1,6 +1,5 @@
-#include "host/basics/terminal.h"
+#include "host/basics/console.h"
 #include "host/commands/program.h"
-#include "host/commands/program_arguments.h"
 #if !defined(_WIN32)
 #include "host/reading/reader_process.h"
 #endif

@@ -8,6 +8,7 @@
 #include <random>
 #include <system_error>
 
+#include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 
 namespace kestrel::host {
@@ -94,6 +95,12 @@ void writeResult(const std::string& file, std::string_view content) {
   } else if (writeAll(stdout, content)) {
     throw OutputError("the result cannot be written to the standard output");
   }
+}
+
+void printMessage(const std::string& text) { fmt::print(stderr, "kestrel: {}\n", text); }
+
+void printFileMessage(const std::string& name, const std::string& why) {
+  printMessage(fmt::format("\"{}\": {}", printable(name), why));
 }
 
 }  // namespace kestrel::host

@@ -1,4 +1,5 @@
-// Where a result goes: the standard output, or a file that is written whole or not at all.
+// What the program says: results on the standard output or in a file that is written whole or not
+// at all, messages on the standard error.
 #pragma once
 
 #include <filesystem>
@@ -21,5 +22,11 @@ void writeWholeFile(const std::filesystem::path& file, std::string_view content)
 
 /// @param file  in UTF-8; empty: the standard output. Raises OutputError
 void writeResult(const std::string& file, std::string_view content);
+
+/// A line for the user on the standard error.
+void printMessage(const std::string& text);
+
+/// "name": why
+void printFileMessage(const std::string& name, const std::string& why);
 
 }  // namespace kestrel::host

@@ -61,15 +61,6 @@ std::string utf8FromWide(std::wstring_view text) {
   return {utf8.begin(), utf8.end()};
 }
 
-std::string utf8FromPath(const std::filesystem::path& path) {
-  const std::u8string name = path.u8string();
-  return {name.begin(), name.end()};
-}
-
-std::filesystem::path pathFromUtf8(const std::string& name) {
-  return {std::u8string(name.begin(), name.end())};
-}
-
 std::string printable(std::string_view text) {
   const std::string quoted = fmt::format("{:?}", text);
   return quoted.substr(1, quoted.size() - 2);

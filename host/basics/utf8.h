@@ -2,7 +2,6 @@
 // libmediainfo. No locale takes part.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,12 +13,6 @@ std::optional<std::wstring> wideFromUtf8(std::string_view text);
 
 /// A character that has no UTF-8 form becomes U+FFFD.
 std::string utf8FromWide(std::wstring_view text);
-
-/// The bytes of a file's name, on Windows in UTF-8.
-std::string utf8FromPath(const std::filesystem::path& path);
-
-/// The file of such a name.
-std::filesystem::path pathFromUtf8(const std::string& name);
 
 /// The text on one line: control characters, quotes and bytes that are not UTF-8 are escaped.
 std::string printable(std::string_view text);

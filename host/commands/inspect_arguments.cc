@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 
+#include "host/basics/file_names.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/judging/expectation.h"

@@ -6,11 +6,10 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
+#include "host/basics/file_names.h"
 #include "host/basics/json.h"
-#include "host/basics/messages.h"
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
-#include "host/basics/utf8.h"
 #include "host/commands/command.h"
 #include "host/commands/inspect_arguments.h"
 #include "host/reading/json_reader.h"

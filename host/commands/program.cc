@@ -2,7 +2,7 @@
 
 #include <exception>
 
-#include "host/basics/messages.h"
+#include "host/basics/output.h"
 #include "host/commands/command_line.h"
 
 namespace kestrel::host {

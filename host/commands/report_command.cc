@@ -7,10 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "host/basics/messages.h"
+#include "host/basics/file_names.h"
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
-#include "host/basics/utf8.h"
 #include "host/commands/command.h"
 #include "host/reporting/report_lines.h"
 #include "host/reporting/report_page.h"

@@ -6,6 +6,7 @@
 #include <array>
 #include <fstream>
 
+#include "host/basics/file_names.h"
 #include "host/basics/nearest_name.h"
 #include "host/basics/text_parts.h"
 #include "host/basics/usage_error.h"

@@ -7,6 +7,7 @@
 #include <new>
 #include <utility>
 
+#include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 #include "host/evidence/stream_mapping.h"
 #include "host/evidence/track_map.h"

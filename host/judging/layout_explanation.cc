@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "host/basics/text_columns.h"
 #include "host/basics/text_parts.h"
-#include "host/basics/text_table.h"
 #include "host/basics/utf8.h"
 #include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"

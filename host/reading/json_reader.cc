@@ -5,7 +5,7 @@
 #include <fstream>
 #include <iostream>
 
-#include "host/basics/utf8.h"
+#include "host/basics/file_names.h"
 #include "host/reading/input_file.h"
 #include "host/reading/not_examined.h"
 

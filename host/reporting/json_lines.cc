@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/result_json.h"
 

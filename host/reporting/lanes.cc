@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/basics/text_table.h"
+#include "host/basics/text_columns.h"
 #include "host/basics/utf8.h"
 
 namespace kestrel::host {

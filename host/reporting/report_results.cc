@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_set>
 
-#include "host/basics/file_place.h"
+#include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/json_lines.h"
 #include "host/reporting/result_json.h"

@@ -20,7 +20,7 @@ struct Report {
 /// The files that a report is of; nothing: all that have a result.
 using WantedFiles = std::optional<std::vector<std::filesystem::path>>;
 
-/// Takes a result and the place of its file (file_place.h); it replaces what came before it there.
+/// Takes a result and the place of its file (file_names.h); it replaces what came before it there.
 using UseResult = std::function<void(const std::string& place, const Json&)>;
 
 /// Calls `use` with each result in turn, in the order of the results files. Gives the warnings.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "host/basics/text_table.h"
+#include "host/basics/text_columns.h"
 #include "host/basics/utf8.h"
 
 namespace kestrel::host {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "host/basics/text_style.h"
+#include "host/basics/text_columns.h"
 #include "host/judging/result.h"
 
 namespace kestrel::host {

@@ -10,8 +10,9 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "host/basics/file_names.h"
 #include "host/basics/json.h"
-#include "host/basics/messages.h"
+#include "host/basics/output.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/result_json.h"

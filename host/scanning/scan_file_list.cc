@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "host/basics/file_names.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 

@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "host/basics/file_place.h"
+#include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 
 namespace kestrel::host {

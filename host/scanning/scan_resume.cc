@@ -7,7 +7,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "host/basics/file_place.h"
+#include "host/basics/file_names.h"
 #include "host/basics/json.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"

@@ -1,4 +1,4 @@
-#include "host/basics/text_style.h"
+#include "host/basics/text_columns.h"
 
 #include <gtest/gtest.h>
 

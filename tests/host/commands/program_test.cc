@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "host/basics/text_table.h"
+#include "host/basics/text_columns.h"
 #include "tests/host/support/program_run.h"
 #include "tests/host/support/temporary_directory.h"
 

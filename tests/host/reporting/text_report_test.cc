@@ -4,7 +4,7 @@
 
 #include <sstream>
 
-#include "host/basics/text_table.h"
+#include "host/basics/text_columns.h"
 #include "host/judging/expectation.h"
 #include "tests/host/support/synthetic_media.h"
 

@@ -1,10 +1,17 @@
-#include "host/basics/file_place.h"
+#include "host/basics/file_names.h"
 
 #include <system_error>
 
-#include "host/basics/utf8.h"
-
 namespace kestrel::host {
+
+std::string utf8FromPath(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
+std::filesystem::path pathFromUtf8(const std::string& name) {
+  return {std::u8string(name.begin(), name.end())};
+}
 
 std::string placeOf(const std::filesystem::path& path) {
   std::error_code error;

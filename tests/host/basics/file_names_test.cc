@@ -1,4 +1,4 @@
-#include "host/basics/file_place.h"
+#include "host/basics/file_names.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,25 @@
 #include <io.h>
 #include <windows.h>
 
-#include "host/basics/terminal.h"
+#include <shellapi.h>
+
+#include "host/basics/console.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
+
+// main() gets its arguments in the code page of the system, which cannot hold every name; the
+// system keeps the wide ones.
+std::vector<std::string> programArguments(int /*argc*/, char** /*argv*/) {
+  int count = 0;
+  LPWSTR* words = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::string> arguments;
+  for (int index = 1; words != nullptr && index < count; ++index) {
+    arguments.push_back(utf8FromWide(words[index]));
+  }
+  LocalFree(words);
+  return arguments;
+}
 
 bool isTerminal(StandardStream stream) { return _isatty(static_cast<int>(stream)) != 0; }
 

@@ -1,9 +1,15 @@
-// What the standard streams lead to.
+// What the program was started with: its arguments and its standard streams.
 #pragma once
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 namespace kestrel::host {
+
+/// The arguments without the program's name, in UTF-8, or as the bytes that they are where names
+/// are bytes.
+std::vector<std::string> programArguments(int argc, char** argv);
 
 enum class StandardStream { kInput = 0, kOutput = 1, kErrors = 2 };
 

@@ -1,9 +1,13 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include "host/basics/terminal.h"
+#include "host/basics/console.h"
 
 namespace kestrel::host {
+
+std::vector<std::string> programArguments(int argc, char** argv) {
+  return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
 
 bool isTerminal(StandardStream stream) { return ::isatty(static_cast<int>(stream)) == 1; }
 

@@ -1,4 +1,5 @@
-// How text for people is to look on the standard output.
+// Text for people, in the columns of a terminal: tables, lines in colours, paragraphs broken at
+// blanks.
 #pragma once
 
 #include <cstddef>
@@ -43,5 +44,17 @@ class StyledLine {
 /// A text broken at blanks to the width of the terminal; words that are wider are broken too. Ends
 /// in a newline.
 std::string wrapped(std::string_view text, const TextStyle& style);
+
+/// Columns that a text takes: a letter takes one, however many bytes it has in UTF-8.
+std::size_t columnsOf(const std::string& text);
+
+using TableRow = std::vector<std::string>;
+
+/// Each row on a line of its own, two blanks between columns, no blanks at the ends of lines. All
+/// rows have as many cells as the first.
+std::string textTable(const std::vector<TableRow>& rows);
+
+/// The same line by line, all of one width, with two blanks at least at the end of each.
+std::vector<std::string> textTableLines(const std::vector<TableRow>& rows);
 
 }  // namespace kestrel::host
