@@ -22,14 +22,14 @@
 #include "host/evidence/stream_mapping.h"
 #include "host/judging/expectation.h"
 #include "host/judging/inspect_file.h"
+#include "host/reading/media_facts.h"
 #include "host/reading/mediainfo_json.h"
-#include "host/reading/not_examined.h"
 #include "host/reporting/html_page.h"
 #include "host/reporting/result_json.h"
 #include "host/reporting/text_report.h"
 
 #if !defined(_WIN32)
-#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 #endif
 
 namespace kestrel::fuzz {

@@ -9,7 +9,7 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/judging/expectation.h"
-#include "host/reading/platform_reader.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 namespace {

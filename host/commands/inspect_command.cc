@@ -12,7 +12,7 @@
 #include "host/basics/usage_error.h"
 #include "host/commands/command.h"
 #include "host/commands/inspect_arguments.h"
-#include "host/reading/json_reader.h"
+#include "host/reading/mediainfo_json.h"
 #include "host/reporting/html_page.h"
 #include "host/reporting/result_json.h"
 #include "host/reporting/text_report.h"

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/evidence/tracks.h"
-#include "host/reading/raw_media.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 

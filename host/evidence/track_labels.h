@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/reading/raw_media.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 

@@ -16,7 +16,7 @@
 #include "host/judging/expected_map.h"
 #include "host/judging/identification.h"
 #include "host/judging/verdict.h"
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <utility>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 

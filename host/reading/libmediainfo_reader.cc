@@ -3,12 +3,12 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <fstream>
 #include <optional>
+#include <system_error>
 #include <utility>
 
-#include "host/reading/input_file.h"
-#include "host/reading/not_examined.h"
-#include "host/reading/raw_media_json.h"
+#include "host/reading/media_facts.h"
 #include "host/reading/reader_process.h"
 #include "host/reading/reader_protocol.h"
 
@@ -60,6 +60,34 @@ ReadMedia checked(RawMedia raw, const char* reader, std::string quickReason) {
     throw NotExamined("not-media", "not a media file that libmediainfo knows");
   }
   return {std::move(raw), reader, std::move(quickReason)};
+}
+
+namespace fs = std::filesystem;
+
+[[noreturn]] void rejectMissing(const fs::path& file) {
+  std::error_code ignored;
+  const bool isLink = fs::is_symlink(fs::symlink_status(file, ignored));
+  if (isLink) {
+    throw NotExamined("dangling-link", "a link to a file that does not exist");
+  }
+  throw NotExamined("no-such-file", "no such file");
+}
+
+void checkType(const fs::path& file) {
+  std::error_code error;
+  switch (fs::status(file, error).type()) {
+    case fs::file_type::regular:
+      return;
+    case fs::file_type::not_found:
+      rejectMissing(file);
+    case fs::file_type::directory:
+      throw NotExamined("directory", "a directory, not a file");
+    case fs::file_type::none:
+    case fs::file_type::unknown:
+      throw NotExamined("unreachable", "cannot be reached: " + error.message());
+    default:
+      throw NotExamined("not-a-regular-file", "a pipe or a device, not a regular file");
+  }
 }
 
 }  // namespace
@@ -130,6 +158,23 @@ ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) const {
   throw NotExamined(
       "time-limit",
       fmt::format("libmediainfo did not return within the time limit of {}, twice", limit));
+}
+
+void checkInputFile(const fs::path& file) {
+  checkType(file);
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream) {
+    throw NotExamined("no-permission", "cannot be opened for reading");
+  }
+  if (stream.peek() == std::ifstream::traits_type::eof()) {
+    throw NotExamined("empty", "empty, or cannot be read");
+  }
+}
+
+std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds timeLimit) {
+  // The program itself, whatever name it was started by.
+  constexpr char kOwnProgram[] = "/proc/self/exe";
+  return std::make_shared<LibmediainfoReader>(kOwnProgram, timeLimit);
 }
 
 }  // namespace kestrel::host

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -34,5 +35,10 @@ class LibmediainfoReader : public MediaReader {
   mutable std::mutex mutex_;
   mutable std::vector<std::unique_ptr<ChildProcess>> idle_;  ///< at most one for each thread
 };
+
+/// The look at a file before the reader touches it, so that the usual mistakes get a plain answer
+/// and no pipe or device is ever read. Raises NotExamined unless the path leads to a regular,
+/// readable, non-empty file.
+void checkInputFile(const std::filesystem::path& file);
 
 }  // namespace kestrel::host

@@ -2,18 +2,13 @@
 // reading, a library or another program's output, is one implementation.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
-#include <string>
+#include <memory>
 
-#include "host/reading/raw_media.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
-
-struct ReadMedia {
-  RawMedia raw;
-  std::string reader;       ///< as FileResult has it
-  std::string quickReason;  ///< why only a quick look was possible, a sentence; empty: it was not
-};
 
 class MediaReader {
  public:
@@ -26,5 +21,9 @@ class MediaReader {
   /// audio is not an error: it has no streams. Any number of threads may call it at once.
   virtual ReadMedia read(const std::filesystem::path& file) const = 0;
 };
+
+/// The reader of media files that this platform has. Null where there is none: then the streams of
+/// a file come from elsewhere.
+std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds timeLimit);
 
 }  // namespace kestrel::host

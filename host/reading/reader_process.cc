@@ -20,7 +20,6 @@
 #include <utility>
 
 #include "host/reading/libmediainfo_fields.h"
-#include "host/reading/raw_media_json.h"
 #include "host/reading/reader_protocol.h"
 
 namespace kestrel::host {

@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <cstdint>
+#include <nlohmann/json.hpp>
 
 #include "host/basics/text_parts.h"
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {
@@ -84,6 +85,25 @@ std::optional<ReaderAnswer> answerIn(std::string_view text) {
     return std::nullopt;
   }
   return ReaderAnswer{head.isSignalled, head.code, std::string(text)};
+}
+
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RawAudioStream, id, format, muxingMode, channels, channelLayout,
+                                   channelLayoutId, samplingRate, bitDepth)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RawMedia, container, isTruncated, declaredLayout, audioStreams)
+
+std::string rawMediaToJson(const RawMedia& media) {
+  constexpr int kOneLine = -1;
+  constexpr bool kAsciiOnly = true;
+  return nlohmann::json(media).dump(kOneLine, ' ', kAsciiOnly,
+                                    nlohmann::json::error_handler_t::replace);
+}
+
+RawMedia rawMediaFromJson(std::string_view json) {
+  try {
+    return nlohmann::json::parse(json).get<RawMedia>();
+  } catch (const nlohmann::json::exception&) {
+    throw NotExamined("reader-failed", "the reader's answer cannot be understood");
+  }
 }
 
 }  // namespace kestrel::host

@@ -1,4 +1,4 @@
-// What goes through the two pipes of a reader process.
+// What goes through the two pipes of a reader process, and the form of its output.
 //
 // request   parse-speed NUL file NUL
 // answer    ( "exited" | "signalled" ) SP number SP size NL output
@@ -11,6 +11,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 
@@ -38,5 +40,11 @@ std::string textOf(const ReaderAnswer& answer);
 
 /// Nothing when the text is the beginning of an answer. Raises NotExamined when it is none.
 std::optional<ReaderAnswer> answerIn(std::string_view text);
+
+/// One line of ASCII, so that no text of a file can disturb the pipe.
+std::string rawMediaToJson(const RawMedia& media);
+
+/// Raises NotExamined when the text is not what rawMediaToJson writes.
+RawMedia rawMediaFromJson(std::string_view json);
 
 }  // namespace kestrel::host

@@ -11,7 +11,7 @@
 #include "host/reading/child_process.h"
 #include "host/reading/libmediainfo_reader.h"
 #include "host/reading/mediainfo_json.h"
-#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 #include "tests/host/support/mapping_as_text.h"
 
 namespace kestrel::host {

@@ -5,7 +5,7 @@
 #include <csignal>
 #include <thread>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 #if defined(__SANITIZE_THREAD__)
 // libuv closes descriptors by plain system calls, which the thread sanitizer does not see: a number

@@ -1,9 +1,9 @@
-#include "host/reading/input_file.h"
+#include "host/reading/libmediainfo_reader.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

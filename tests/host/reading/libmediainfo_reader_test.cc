@@ -7,7 +7,7 @@
 #include <csignal>
 #include <thread>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 #include "tests/host/support/mapping_as_text.h"
 #include "tests/host/support/program_run.h"
 #include "tests/host/support/temporary_directory.h"

@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/reading/json_reader.h"
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

@@ -1,10 +1,10 @@
-#include "host/reading/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {

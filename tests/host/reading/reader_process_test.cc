@@ -13,7 +13,6 @@
 #include <thread>
 
 #include "host/reading/child_process.h"
-#include "host/reading/raw_media_json.h"
 #include "host/reading/reader_protocol.h"
 #include "tests/host/support/program_run.h"
 #include "tests/host/support/temporary_directory.h"

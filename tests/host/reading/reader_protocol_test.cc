@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/reading/not_examined.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {

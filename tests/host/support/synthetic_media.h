@@ -8,7 +8,7 @@
 #include "host/evidence/track_map.h"
 #include "host/judging/inspect_file.h"
 #include "host/judging/library_analysis.h"
-#include "host/reading/raw_media.h"
+#include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 

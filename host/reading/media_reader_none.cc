@@ -1,4 +1,4 @@
-#include "host/reading/platform_reader.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 
