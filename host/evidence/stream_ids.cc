@@ -1,12 +1,13 @@
 #include "host/evidence/stream_ids.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <map>
 #include <string_view>
 
 #include "host/basics/text_parts.h"
-#include "host/evidence/split_id.h"
 
 namespace kestrel::host {
 namespace {
@@ -59,6 +60,44 @@ void numberSplitParts(std::vector<IdentifiedStream>& streams, bool isWave) {
   }
 }
 
+using Number = std::int64_t;
+
+// programme: [ "-" number ]
+bool takeProgramme(std::string_view& text, std::string& programme) {
+  const std::string_view whole = text;
+  if (takeText(text, "-") && !takeNumber<Number>(text)) {
+    return false;
+  }
+  programme = whole.substr(0, whole.size() - text.size());
+  return true;
+}
+
+// channels: number [ " / " number ]
+bool takeChannels(std::string_view& text, SplitId& id) {
+  const auto channel = takeNumber<Number>(text);
+  if (!channel) {
+    return false;
+  }
+  id.channel = *channel;
+  if (!takeText(text, " / ")) {
+    return true;
+  }
+  id.partner = takeNumber<Number>(text);
+  return id.partner.has_value();
+}
+
+// part: number | pair programme | "(" pair ")" programme
+bool takePart(std::string_view& text, SplitId& id) {
+  const bool isBracketed = takeText(text, "(");
+  if (!takeChannels(text, id)) {
+    return false;
+  }
+  if (!id.partner) {
+    return !isBracketed;
+  }
+  return (!isBracketed || takeText(text, ")")) && takeProgramme(text, id.programme);
+}
+
 }  // namespace
 
 bool isWaveLike(const std::string& container) {
@@ -74,6 +113,27 @@ std::vector<IdentifiedStream> identifyStreams(const RawMedia& media) {
   }
   numberSplitParts(streams, isWave);
   return streams;
+}
+
+// id: number "-" part
+std::optional<SplitId> parseSplitId(std::string_view id) {
+  const auto track = takeNumber<Number>(id);
+  if (!track || !takeText(id, "-")) {
+    return std::nullopt;
+  }
+  SplitId result{*track, 0, std::nullopt, {}};
+  if (!takePart(id, result) || !id.empty()) {
+    return std::nullopt;
+  }
+  return result;
+}
+
+std::string channelId(const SplitId& id, bool besideOtherTracks) {
+  const Number base = besideOtherTracks ? id.track * 100 : 0;
+  if (!id.partner) {
+    return fmt::format("{}", base + id.channel);
+  }
+  return fmt::format("{} / {}{}", base + id.channel, base + *id.partner, id.programme);
 }
 
 }  // namespace kestrel::host

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/reading/media_facts.h"
@@ -24,5 +25,20 @@ bool isWaveLike(const std::string& container);
 
 /// The records in the order for the library, each with its ids.
 std::vector<IdentifiedStream> identifyStreams(const RawMedia& media);
+
+struct SplitId {
+  std::int64_t track;                   ///< the track that was split
+  std::int64_t channel;                 ///< the part's first channel in it, from 1
+  std::optional<std::int64_t> partner;  ///< the second channel of a pair
+  std::string programme;                ///< "-p", the programme within a pair; empty when alone
+};
+
+/// Nothing when the text is not the id of a part.
+std::optional<SplitId> parseSplitId(std::string_view id);
+
+/// The id with the part's channels in the place of the track's number, so that each channel counts
+/// as a track: "n", "n / m" or "n / m-p".
+/// @param besideOtherTracks  the file has other audio tracks: the numbers are 100 * track + channel
+std::string channelId(const SplitId& id, bool besideOtherTracks);
 
 }  // namespace kestrel::host

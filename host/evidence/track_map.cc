@@ -128,6 +128,14 @@ std::int32_t trackTotal(const TrackMap& map) {
   return static_cast<std::int32_t>(map.tracks.size());
 }
 
+std::vector<std::string> labelsOn(const TrackMap& map, const TrackNumbers& tracks) {
+  std::vector<std::string> labels;
+  for (const std::int32_t number : tracks) {
+    labels.push_back(map.tracks.at(static_cast<std::size_t>(number - 1)).label);
+  }
+  return labels;
+}
+
 std::string tracksInWords(const TrackNumbers& tracks) {
   if (tracks.size() < 2) {
     return tracks.empty() ? "no track" : fmt::format("track {}", tracks.front());

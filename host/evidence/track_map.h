@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "host/evidence/tracks.h"
 
@@ -13,6 +14,9 @@ namespace kestrel::host {
 TrackMap trackMap(const MappedMedia& media);
 
 std::int32_t trackTotal(const TrackMap& map);
+
+/// The labels of some tracks, in track order; an empty text for a track that has none.
+std::vector<std::string> labelsOn(const TrackMap& map, const TrackNumbers& tracks);
 
 /// Tracks in words: "track 3", "tracks 1 to 6", "tracks 1, 2 and 5".
 std::string tracksInWords(const TrackNumbers& tracks);

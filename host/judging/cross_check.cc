@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "api/kestrel.h"
-#include "host/evidence/label_sets.h"
+#include "host/evidence/track_labels.h"
 #include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/evidence_majority.h"

@@ -15,7 +15,7 @@
 #include <numeric>
 
 #include "api/kestrel.h"
-#include "host/evidence/label_sets.h"
+#include "host/evidence/track_labels.h"
 #include "host/evidence/track_map.h"
 
 namespace kestrel::host {

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "host/evidence/label_sets.h"
+#include "host/evidence/track_labels.h"
 #include "host/evidence/track_map.h"
 
 namespace kestrel::host {

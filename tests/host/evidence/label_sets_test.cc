@@ -1,4 +1,4 @@
-#include "host/evidence/label_sets.h"
+#include "host/evidence/track_labels.h"
 
 #include <gtest/gtest.h>
 

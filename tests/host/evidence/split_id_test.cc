@@ -1,4 +1,4 @@
-#include "host/evidence/split_id.h"
+#include "host/evidence/stream_ids.h"
 
 #include <gtest/gtest.h>
 
