@@ -18,8 +18,8 @@
 #include "host/basics/usage_error.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/expectation.h"
+#include "host/judging/layout_description.h"
 #include "host/judging/layout_explanation.h"
-#include "host/judging/layout_text.h"
 #include "tests/plain/plain_layout_description.h"
 
 namespace kestrel::fuzz {

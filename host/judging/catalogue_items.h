@@ -30,4 +30,10 @@ const std::vector<CatalogueItem>& catalogueItems();
 /// The items of a track total, in the catalogue's order.
 std::vector<const CatalogueItem*> itemsOfTotal(std::int32_t tracks);
 
+/// A pair-coded service is named as the catalogue does, "Dolby E".
+std::vector<PlacedService> placedServices(const std::vector<ResultService>& services);
+std::vector<PlacedService> placedServices(const CatalogueItem& item);
+
+bool areEqual(const PlacedService& left, const PlacedService& right);
+
 }  // namespace kestrel::host

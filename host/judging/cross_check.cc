@@ -9,10 +9,8 @@
 #include "host/evidence/track_labels.h"
 #include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
-#include "host/judging/evidence_majority.h"
 #include "host/judging/expected_map.h"
 #include "host/judging/identification.h"
-#include "host/judging/placed_services.h"
 
 namespace kestrel::host {
 namespace {

@@ -26,4 +26,7 @@ struct CrossCheckInput {
 
 CrossCheck crossCheck(const CrossCheckInput& input);
 
+/// The layout for which most of the sources of evidence speak.
+Majority evidenceMajority(const CrossCheckInput& input);
+
 }  // namespace kestrel::host

@@ -13,7 +13,7 @@
 #include "host/basics/utf8.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/layout_codes.h"
-#include "host/judging/layout_text.h"
+#include "host/judging/layout_description.h"
 
 namespace kestrel::host {
 namespace {

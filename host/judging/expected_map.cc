@@ -6,9 +6,8 @@
 
 #include "host/basics/text_parts.h"
 #include "host/evidence/track_map.h"
-#include "host/judging/format_findings.h"
-#include "host/judging/label_findings.h"
-#include "host/judging/layout_text.h"
+#include "host/judging/layout_description.h"
+#include "host/judging/service_findings.h"
 
 namespace kestrel::host {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/judging/layout_text.h"
+#include "host/judging/layout_description.h"
 
 namespace kestrel::host {
 namespace {

@@ -2,7 +2,7 @@
 // entry        "T" digit [digit] "=" list
 // list         the longest run, not empty, of letters, "1", "5", "7", ",", "-", "." and blanks
 // element      what stands between commas of the list; nothing behind a last comma
-#include "host/judging/layout_text.h"
+#include "host/judging/layout_description.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "host/judging/layout_text.h"
+#include "host/judging/layout_description.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 //   expected map    for the layout with the same services
 //   tracks          for every layout that they can carry, by pairs, formats and total
 //   labels          for those layouts that have the most points by labels, if any has some
-#include "host/judging/evidence_majority.h"
+#include "host/judging/cross_check.h"
 
 #include <fmt/format.h>
 
@@ -13,7 +13,6 @@
 #include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/identification.h"
-#include "host/judging/placed_services.h"
 
 namespace kestrel::host {
 namespace {
