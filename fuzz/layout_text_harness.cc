@@ -19,7 +19,7 @@
 #include "host/judging/catalogue_items.h"
 #include "host/judging/expectation.h"
 #include "host/judging/layout_description.h"
-#include "host/judging/layout_explanation.h"
+#include "host/reporting/layout_explanation.h"
 #include "tests/plain/plain_layout_description.h"
 
 namespace kestrel::fuzz {

@@ -6,7 +6,7 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/commands/command.h"
-#include "host/judging/layout_explanation.h"
+#include "host/reporting/layout_explanation.h"
 
 namespace kestrel::host {
 namespace {

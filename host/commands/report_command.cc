@@ -11,9 +11,7 @@
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
 #include "host/commands/command.h"
-#include "host/reporting/report_lines.h"
-#include "host/reporting/report_page.h"
-#include "host/reporting/report_totals.h"
+#include "host/reporting/report.h"
 #include "host/scanning/scan_file_list.h"
 
 namespace kestrel::host {

@@ -12,7 +12,6 @@
 #include <string>
 #include <string_view>
 
-#include "host/reporting/html_stream_text.h"
 #include "host/reporting/html_tracks.h"
 
 namespace kestrel::host {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "host/basics/json.h"
-#include "host/reporting/html_marks.h"
+#include "host/reporting/html_tracks.h"
 
 namespace kestrel::host {
 

@@ -1,6 +1,7 @@
-// Track numbers, as the page writes and draws them.
+// The tracks and streams of a result, as the page writes and draws them.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -28,5 +29,26 @@ bool holdsTrack(const Json& tracks, int track);
 int trackColumns(const Json& document);
 
 inline constexpr int kMostTracks = 128;
+
+/// What a finding or a disagreement says about a track.
+struct TrackMark {
+  bool isError = false;  ///< else a warning
+  bool differs = false;  ///< two sides disagree about the track
+  std::string text;      ///< the sentences that concern it
+};
+
+/// By the track's number. Notes mark nothing.
+using TrackMarks = std::map<int, TrackMark>;
+
+TrackMarks marksOf(const Json& document);
+
+/// "L R C" of an array of texts.
+std::string labelsText(const Json& labels);
+
+/// "Stream 2003 / 2004-1: Dolby E, programme 1, 6 channels, 48000 Hz, 16 bits, L R C LFE Ls Rs".
+std::string streamText(const Json& stream);
+
+/// "1: L R C LFE Ls Rs", or "1: 6 channels" without labels.
+std::string programmeText(const Json& stream);
 
 }  // namespace kestrel::host

@@ -7,7 +7,7 @@
 
 #include "host/basics/utf8.h"
 #include "host/evidence/track_map.h"
-#include "host/reporting/lanes.h"
+#include "host/reporting/text_tracks.h"
 
 namespace kestrel::host {
 namespace {
@@ -129,8 +129,8 @@ std::string crossCheckInWords(const FileResult& result, const TextStyle& style) 
 std::string textReport(const FileResult& result, const TextStyle& style) {
   std::string text = head(result, style);
   if (!result.error) {
-    text += "\n" + lanes(result, style) + findings(result, style) + identification(result, style) +
-            crossCheckInWords(result, style);
+    text += "\n" + textTracks(result, style) + findings(result, style) +
+            identification(result, style) + crossCheckInWords(result, style);
   }
   return text;
 }

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "host/reporting/json_lines.h"
+#include "host/reporting/results_file.h"
 
 namespace kestrel::host {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/judging/inspect_file.h"
-#include "host/reporting/json_lines.h"
+#include "host/reporting/results_file.h"
 #include "host/reporting/scan_summary.h"
 
 namespace kestrel::host {

@@ -1,8 +1,7 @@
-#include "host/reporting/html_text.h"
+#include "host/reporting/html_template.h"
 
 #include <gtest/gtest.h>
 
-#include "host/reporting/html_template.h"
 #include "host/reporting/html_tracks.h"
 #include "tests/host/support/html_documents.h"
 

@@ -1,10 +1,8 @@
 // The forms of a report beside its page: totals and lines, and reports of listed files only.
 #include <gtest/gtest.h>
 
-#include "host/reporting/json_lines.h"
-#include "host/reporting/report_lines.h"
-#include "host/reporting/report_page.h"
-#include "host/reporting/report_totals.h"
+#include "host/reporting/report.h"
+#include "host/reporting/results_file.h"
 #include "tests/host/support/html_documents.h"
 #include "tests/host/support/temporary_directory.h"
 

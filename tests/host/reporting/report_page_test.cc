@@ -1,8 +1,8 @@
-#include "host/reporting/report_page.h"
+#include "host/reporting/report.h"
 
 #include <gtest/gtest.h>
 
-#include "host/reporting/json_lines.h"
+#include "host/reporting/results_file.h"
 #include "tests/host/support/html_documents.h"
 #include "tests/host/support/temporary_directory.h"
 

@@ -1,4 +1,4 @@
-#include "host/reporting/lanes.h"
+#include "host/reporting/text_tracks.h"
 
 #include <fmt/format.h>
 
@@ -119,7 +119,7 @@ std::string padded(const std::string& text, std::size_t width) {
 
 }  // namespace
 
-std::string lanes(const FileResult& result, const TextStyle& style) {
+std::string textTracks(const FileResult& result, const TextStyle& style) {
   const std::vector<std::string> tracks = trackLines(result);
   const std::vector<ServiceColumn> columns = serviceColumns(result);
   std::string text;

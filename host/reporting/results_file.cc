@@ -1,4 +1,4 @@
-#include "host/reporting/json_lines.h"
+#include "host/reporting/results_file.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "host/judging/layout_explanation.h"
+#include "host/reporting/layout_explanation.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-// The tracks of a file as lanes of text: one line per track, with the services beside them.
+// The tracks of a file in the text for people: one line per track, with the services beside them.
 #pragma once
 
 #include <string>
@@ -10,6 +10,6 @@ namespace kestrel::host {
 
 /// The expected services stand beside the tracks, and those of the best candidate where they differ
 /// or nothing is expected.
-std::string lanes(const FileResult& result, const TextStyle& style);
+std::string textTracks(const FileResult& result, const TextStyle& style);
 
 }  // namespace kestrel::host
