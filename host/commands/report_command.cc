@@ -12,7 +12,7 @@
 #include "host/basics/usage_error.h"
 #include "host/commands/command.h"
 #include "host/reporting/report.h"
-#include "host/scanning/scan_file_list.h"
+#include "host/scanning/scan_files.h"
 
 namespace kestrel::host {
 namespace {

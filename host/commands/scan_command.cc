@@ -11,7 +11,6 @@
 #include "host/commands/command.h"
 #include "host/commands/inspect_arguments.h"
 #include "host/scanning/scan.h"
-#include "host/scanning/scan_file_list.h"
 #include "host/scanning/scan_files.h"
 
 namespace kestrel::host {

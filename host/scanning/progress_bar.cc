@@ -4,6 +4,8 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace kestrel::host {
@@ -17,6 +19,31 @@ std::size_t columns() {
   struct winsize size {};
   const bool isKnown = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
   return isKnown ? size.ws_col - 1U : 79U;
+}
+
+constexpr std::size_t kWidestBar = 40;
+constexpr std::size_t kNarrowestBar = 10;
+constexpr std::size_t kFrame = 4;  // two brackets and the blanks behind them
+
+std::string rateText(const Progress& progress) {
+  const double seconds = progress.elapsed.count();
+  const double rate = seconds > 0 ? static_cast<double>(progress.done) / seconds : 0;
+  return fmt::format("   {:.1f} files/s", rate);
+}
+
+std::string timeText(const Progress& progress) {
+  const auto remaining = static_cast<double>(progress.total - progress.done);
+  const double each = progress.elapsed.count() / static_cast<double>(progress.done);
+  const auto seconds = std::llround(std::min(each * remaining, 359999.0));
+  if (seconds >= 3600) {
+    return fmt::format("   {}:{:02}:{:02} left", seconds / 3600, seconds / 60 % 60, seconds % 60);
+  }
+  return fmt::format("   {}:{:02} left", seconds / 60, seconds % 60);
+}
+
+std::string bar(const Progress& progress, std::size_t width) {
+  const std::size_t filled = progress.total > 0 ? width * progress.done / progress.total : 0;
+  return fmt::format("[{:<{}}]  ", std::string(filled, '#'), width);
 }
 
 }  // namespace
@@ -46,6 +73,21 @@ void ProgressBar::draw() {
   drawn_ = Clock::now();
   progress_.elapsed = drawn_ - start_;
   std::fputs((kClearLine + progressLine(progress_, columns())).c_str(), stderr);
+}
+
+std::string progressLine(const Progress& progress, std::size_t columns) {
+  std::string line = fmt::format("{} of {}", progress.done, progress.total);
+  if (progress.done > 0) {
+    const std::string rate = rateText(progress);
+    const std::string time = timeText(progress);
+    const std::size_t room = columns - std::min(columns, line.size());
+    line += rate.size() <= room ? rate : "";
+    line += rate.size() + time.size() <= room ? time : "";
+  }
+  if (line.size() + kFrame + kNarrowestBar <= columns) {
+    line = bar(progress, std::min(kWidestBar, columns - line.size() - kFrame)) + line;
+  }
+  return line.substr(0, columns);
 }
 
 }  // namespace kestrel::host

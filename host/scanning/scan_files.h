@@ -1,8 +1,9 @@
-// The files of a scan: those that are named, whatever they are, and those below a named directory
-// whose names end like a media file's.
+// The files of a scan: those that are named, also in a list that another program made, whatever
+// they are, and those below a named directory whose names end like a media file's.
 #pragma once
 
 #include <filesystem>
+#include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,5 +24,16 @@ bool hasMediaExtension(const std::filesystem::path& file);
 
 /// The extensions, each with its dot, separated by blanks.
 std::string mediaExtensions();
+
+enum class NameEnd : char {
+  kNewline = '\n',
+  kNull = '\0',  ///< names may hold newlines
+};
+
+/// The names as they stand, byte by byte; empty ones are left out. The last one needs no end.
+std::vector<std::filesystem::path> namesIn(std::istream& list, NameEnd end);
+
+/// @param file  "-": the standard input. Raises UsageError when it cannot be read.
+std::vector<std::filesystem::path> namesFrom(const std::filesystem::path& file, NameEnd end);
 
 }  // namespace kestrel::host

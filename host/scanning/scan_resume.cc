@@ -12,8 +12,7 @@
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/result_json.h"
-#include "host/scanning/scan_identity.h"
-#include "host/scanning/scan_options.h"
+#include "host/scanning/scan_line.h"
 
 namespace kestrel::host {
 namespace {

@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "host/basics/usage_error.h"
-#include "host/scanning/scan_file_list.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {

@@ -1,7 +1,8 @@
-// What a scan was asked for, as it stands in each line of its results: one file holds the results
-// of one question only.
+// What a scan adds to a result's line, so that --resume knows the file and the question
+// again: one file holds the results of one question only.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,5 +25,12 @@ std::vector<std::string> differingOptions(const Json& before, const Json& now);
 /// not only in the quick mode that a longer time limit may spare it. A line of a version that wrote
 /// no options does not tell.
 bool isLasting(const Json& document, const Json& now);
+
+/// The member of that name in a line of a scan.
+inline constexpr char kIdentityMember[] = "identity";
+
+/// By what a scan knows a file again that it has done:
+/// {"size": 1024, "modified": "2026-01-31T12:00:00.123456789Z"}; null for what is no regular file.
+Json identityOf(const std::filesystem::path& file);
 
 }  // namespace kestrel::host

@@ -1,4 +1,4 @@
-#include "host/scanning/scan_options.h"
+#include "host/scanning/scan_line.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,13 @@
-#include "host/scanning/scan_options.h"
+#include "host/scanning/scan_line.h"
+
+#include <fmt/chrono.h>
+#include <fmt/format.h>
 
 #include <array>
+#include <chrono>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <system_error>
 
 #include "host/reporting/result_json.h"
 
@@ -26,6 +32,16 @@ Json meaningOf(const Json& options, const char* member) {
     meaning.erase("text");
   }
   return meaning;
+}
+
+namespace fs = std::filesystem;
+
+// In nanoseconds, which is more than a JSON number can hold in every reader: so a text.
+std::string timeText(fs::file_time_type time) {
+  const auto sinceEpoch = fs::file_time_type::clock::to_sys(time).time_since_epoch();
+  const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
+  const auto rest = std::chrono::nanoseconds(sinceEpoch - seconds);
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:09}Z", fmt::gmtime(seconds.count()), rest.count());
 }
 
 }  // namespace
@@ -56,6 +72,19 @@ bool isLasting(const Json& document, const Json& now) {
   }
   return document.at("reader") != "libmediainfo-quick" ||
          options->at("timeout") >= now.at("timeout");
+}
+
+Json identityOf(const fs::path& file) {
+  std::error_code error;
+  if (!fs::is_regular_file(file, error)) {
+    return nullptr;
+  }
+  const auto size = fs::file_size(file, error);
+  const auto time = fs::last_write_time(file, error);
+  if (error) {
+    return nullptr;
+  }
+  return {{"size", size}, {"modified", timeText(time)}};
 }
 
 }  // namespace kestrel::host

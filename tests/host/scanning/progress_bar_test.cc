@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "host/scanning/progress_line.h"
+#include "host/scanning/progress_bar.h"
 
 namespace kestrel::host {
 namespace {

@@ -1,5 +1,5 @@
 // The lock of a file of results, between processes: a scan is killed, or another one comes.
-#include "host/scanning/json_lines_file.h"
+#include "host/scanning/results_writer.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-#include "host/scanning/json_lines_file.h"
+#include "host/scanning/results_writer.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>
