@@ -8,7 +8,7 @@
 #include "host/basics/json.h"
 #include "host/basics/output.h"
 #include "host/basics/text_columns.h"
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/layout_codes.h"
 #include "host/reporting/catalogue_json.h"

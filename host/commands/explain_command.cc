@@ -5,7 +5,7 @@
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 #include "host/reporting/layout_explanation.h"
 
 namespace kestrel::host {

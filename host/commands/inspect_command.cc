@@ -10,7 +10,7 @@
 #include "host/basics/json.h"
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 #include "host/commands/inspect_arguments.h"
 #include "host/reading/mediainfo_json.h"
 #include "host/reporting/html_page.h"

@@ -10,7 +10,7 @@
 #include "host/basics/file_names.h"
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 #include "host/reporting/report.h"
 #include "host/scanning/scan_files.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/basics/usage_error.h"
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 #include "host/commands/inspect_arguments.h"
 #include "host/scanning/scan.h"
 #include "host/scanning/scan_files.h"

@@ -1,5 +1,5 @@
 // Where the host cannot read media files itself there is nothing to scan.
-#include "host/commands/command.h"
+#include "host/commands/command_line.h"
 
 namespace kestrel::host {
 
