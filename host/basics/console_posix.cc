@@ -11,9 +11,9 @@ std::vector<std::string> programArguments(int argc, char** argv) {
 
 bool isTerminal(StandardStream stream) { return ::isatty(static_cast<int>(stream)) == 1; }
 
-std::size_t terminalColumns() {
+std::size_t terminalColumns(StandardStream stream) {
   winsize size{};
-  return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
+  return ::ioctl(static_cast<int>(stream), TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 void prepareStandardStreams() {}

@@ -24,9 +24,11 @@ std::vector<std::string> programArguments(int /*argc*/, char** /*argv*/) {
 
 bool isTerminal(StandardStream stream) { return _isatty(static_cast<int>(stream)) != 0; }
 
-std::size_t terminalColumns() {
+std::size_t terminalColumns(StandardStream stream) {
+  HANDLE handle =
+      GetStdHandle(stream == StandardStream::kErrors ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE);
   CONSOLE_SCREEN_BUFFER_INFO info{};
-  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) == 0) {
+  if (GetConsoleScreenBufferInfo(handle, &info) == 0) {
     return 0;
   }
   return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);

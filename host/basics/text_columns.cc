@@ -62,7 +62,7 @@ TextStyle standardOutputStyle() {
     return style;
   }
   style.isColoured = environment("NO_COLOR").empty() && environment("TERM") != "dumb";
-  style.columns = terminalColumns();
+  style.columns = terminalColumns(StandardStream::kOutput);
   if (style.columns == 0) {
     style.columns = leadingNumber<std::size_t>(environment("COLUMNS")).value_or(80);
   }

@@ -43,10 +43,7 @@ void requireLayout(const std::string& text) {
 }
 
 bool equalsInAnyCase(std::string_view left, std::string_view right) {
-  const auto lower = [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-  };
-  return std::ranges::equal(left, right, {}, lower, lower);
+  return std::ranges::equal(left, right, {}, lowerCase, lowerCase);
 }
 
 // "Stereo, EMCA" as the catalogue writes it: without blanks behind commas, and "Dolby E".

@@ -1,12 +1,12 @@
 #include "host/scanning/progress_bar.h"
 
 #include <fmt/format.h>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+
+#include "host/basics/console.h"
 
 namespace kestrel::host {
 namespace {
@@ -16,9 +16,8 @@ constexpr char kClearLine[] = "\r\x1b[K";
 
 // One column stays free: a full line would wrap on some terminals.
 std::size_t columns() {
-  struct winsize size {};
-  const bool isKnown = ::ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
-  return isKnown ? size.ws_col - 1U : 79U;
+  const std::size_t known = terminalColumns(StandardStream::kErrors);
+  return known > 1 ? known - 1 : 79;
 }
 
 constexpr std::size_t kWidestBar = 40;
@@ -49,7 +48,7 @@ std::string bar(const Progress& progress, std::size_t width) {
 }  // namespace
 
 ProgressBar::ProgressBar(std::size_t total, bool isShown)
-    : isShown_(isShown && ::isatty(STDERR_FILENO) != 0), progress_{0, total, {}} {
+    : isShown_(isShown && isTerminal(StandardStream::kErrors)), progress_{0, total, {}} {
   draw();
 }
 

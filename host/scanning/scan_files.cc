@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "host/basics/file_names.h"
+#include "host/basics/text_parts.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 
@@ -86,10 +87,6 @@ class Collector {
   std::unordered_set<std::string> seen_;
 };
 
-char lower(char unit) {
-  return unit >= 'A' && unit <= 'Z' ? static_cast<char>(unit - 'A' + 'a') : unit;
-}
-
 }  // namespace
 
 ScanFiles filesOfScan(const std::vector<fs::path>& paths) {
@@ -102,7 +99,7 @@ ScanFiles filesOfScan(const std::vector<fs::path>& paths) {
 
 bool hasMediaExtension(const fs::path& file) {
   std::string extension = file.extension().string();
-  std::ranges::transform(extension, extension.begin(), lower);
+  std::ranges::transform(extension, extension.begin(), lowerCase);
   return std::ranges::find(kMediaExtensions, extension) != kMediaExtensions.end();
 }
 
