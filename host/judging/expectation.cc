@@ -46,7 +46,7 @@ bool equalsInAnyCase(std::string_view left, std::string_view right) {
   return std::ranges::equal(left, right, {}, lowerCase, lowerCase);
 }
 
-// "Stereo, EMCA" as the catalogue writes it: without blanks behind commas, and "Dolby E".
+// "Stereo, EMCA" as the catalogue writes it: without blanks after commas, and "Dolby E".
 std::string asServices(const std::string& text) {
   std::string services;
   std::size_t at = 0;

@@ -224,7 +224,7 @@ class MapCheck {
   ExpectedMap result_;
 };
 
-// Services behind "-" are left out; findings keep the numbers of the services that stay.
+// Services after "-" are left out; findings keep the numbers of the services that stay.
 void leaveOutHidden(ExpectedMap& map) {
   std::vector<std::optional<std::size_t>> places;
   places.reserve(map.services.size());

@@ -17,7 +17,7 @@ struct ExpectedMap {
   std::vector<Finding> findings;
 };
 
-/// @param reportAll  services behind "-" are listed too
+/// @param reportAll  services after "-" are listed too
 ExpectedMap expectedMap(const TrackMap& map, const LibraryStreams& streams,
                         const std::string& description, const LabelOptions& options,
                         bool reportAll);

@@ -143,7 +143,7 @@ class Judging {
     }
   }
 
-  // With those that stand behind "-".
+  // With those that stand after "-".
   std::vector<ResultService> allExpectedServices() {
     return expectedMap(map_, streams_, judgement_.expectation->description, labels_, true).services;
   }

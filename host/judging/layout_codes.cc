@@ -29,7 +29,7 @@ void skipSeparators(std::string_view& text) {
   }
 }
 
-// The recommendation's number, with a separator or a second number behind it: "r123" of "r123:8b".
+// The recommendation's number, with a separator or a second number after it: "r123" of "r123:8b".
 std::optional<CodeVocabulary> takeRecommendation(std::string_view& text) {
   if (!takeText(text, "r")) {
     return std::nullopt;

@@ -1,7 +1,7 @@
 // description  any text with entries in it
 // entry        "T" digit [digit] "=" list
 // list         the longest run, not empty, of letters, "1", "5", "7", ",", "-", "." and blanks
-// element      what stands between commas of the list; nothing behind a last comma
+// element      what stands between commas of the list; nothing after a last comma
 #include "host/judging/layout_description.h"
 
 #include <algorithm>

@@ -34,7 +34,7 @@ struct LabelOptions {
 class LibraryAnalysis {
  public:
   /// @param description  the layout description, in UTF-8, as is the order
-  /// Services behind "-" are always reported; the description tells them apart.
+  /// Services after "-" are always reported; the description tells them apart.
   LibraryAnalysis(const LibraryStreams& streams, const std::string& description,
                   const LabelOptions& options);
 

@@ -51,7 +51,7 @@ struct ResultService {
   std::string name;         ///< "Mono", "Stereo", "5.1 Mix", "7.1 Mix", "EMCA", or an unknown text
   TrackNumbers tracks;      ///< those that it would take; some may be past the end of the file
   bool isHeld = false;      ///< no error concerns it
-  bool isRequested = true;  ///< false: it stands behind "-"
+  bool isRequested = true;  ///< false: it stands after "-"
   std::vector<std::string> labels;
   std::vector<ServiceProgramme> programmes;
 };

@@ -30,7 +30,7 @@ struct ReaderAnswer {
   std::string output;
 };
 
-/// What stands behind a null byte in one of the texts is left out: no file name holds one.
+/// What stands after a null byte in one of the texts is left out: no file name holds one.
 std::string textOf(const ReaderRequest& request);
 
 /// Takes the first request away from the text; nothing when it is not whole yet.

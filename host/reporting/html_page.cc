@@ -57,8 +57,8 @@ std::string render(Json view, const std::vector<HtmlSection>& sections) {
   view["style"] = kStyleSource;
   view["script"] = kScriptSource;
   std::string page = HtmlTemplate(source.substr(0, place)).render(view);
-  const std::string behind = HtmlTemplate(source.substr(place + kSections.size())).render(view);
-  std::size_t size = page.size() + behind.size();
+  const std::string rest = HtmlTemplate(source.substr(place + kSections.size())).render(view);
+  std::size_t size = page.size() + rest.size();
   for (const HtmlSection& section : sections) {
     size += section.html.size();
   }
@@ -66,7 +66,7 @@ std::string render(Json view, const std::vector<HtmlSection>& sections) {
   for (const HtmlSection& section : sections) {
     page += section.html;
   }
-  page += behind;
+  page += rest;
   return page;
 }
 

@@ -1,4 +1,4 @@
-// A column per track, behind a gutter with the names of the rows. From above: the numbers, the
+// A column per track, after a gutter with the names of the rows. From above: the numbers, the
 // expected services, a strip for the signs of the marks, the streams with the programmes of coded
 // pairs below them, the labels, the services of the best supported layout. A box spans the columns
 // of its tracks. All lengths are in CSS pixels.

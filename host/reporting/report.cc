@@ -81,7 +81,7 @@ std::vector<std::string> readResults(const std::vector<fs::path>& results,
     }
   };
   for (const fs::path& file : results) {
-    if (readJsonLines(file, useWanted).isTorn) {
+    if (readResultsFile(file, useWanted).isTorn) {
       warnings.push_back(
           fmt::format("\"{}\": the last line is torn and left out", printable(utf8FromPath(file))));
     }

@@ -60,10 +60,10 @@ std::ifstream open(const std::filesystem::path& file) {
 
 }  // namespace
 
-JsonLinesEnd readJsonLines(const std::filesystem::path& file,
+ResultsEnd readResultsFile(const std::filesystem::path& file,
                            const std::function<void(const Json&)>& use) {
   std::ifstream stream = open(file);
-  JsonLinesEnd end;
+  ResultsEnd end;
   std::uintmax_t number = 0;
   for (std::string line; std::getline(stream, line);) {
     ++number;

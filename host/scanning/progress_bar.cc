@@ -22,7 +22,7 @@ std::size_t columns() {
 
 constexpr std::size_t kWidestBar = 40;
 constexpr std::size_t kNarrowestBar = 10;
-constexpr std::size_t kFrame = 4;  // two brackets and the blanks behind them
+constexpr std::size_t kFrame = 4;  // two brackets and the blanks after them
 
 std::string rateText(const Progress& progress) {
   const double seconds = progress.elapsed.count();

@@ -43,9 +43,9 @@ void takeBack(int descriptor, off_t size) {
 
 }  // namespace
 
-JsonLinesFile::JsonLinesFile() : name_("the standard output"), descriptor_(STDOUT_FILENO) {}
+ResultsWriter::ResultsWriter() : name_("the standard output"), descriptor_(STDOUT_FILENO) {}
 
-JsonLinesFile::JsonLinesFile(const std::filesystem::path& file)
+ResultsWriter::ResultsWriter(const std::filesystem::path& file)
     : name_(fmt::format("\"{}\"", printable(utf8FromPath(file)))),
       descriptor_(::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kMode)) {
   if (descriptor_ < 0) {
@@ -58,26 +58,26 @@ JsonLinesFile::JsonLinesFile(const std::filesystem::path& file)
   size_ = sizeOf(descriptor_);
 }
 
-JsonLinesFile::~JsonLinesFile() {
+ResultsWriter::~ResultsWriter() {
   if (descriptor_ != STDOUT_FILENO) {
     ::close(descriptor_);
   }
 }
 
-void JsonLinesFile::fail(int error) const {
+void ResultsWriter::fail(int error) const {
   throw OutputError(
       fmt::format("{} cannot be written: {}", name_, std::generic_category().message(error)));
 }
 
-void JsonLinesFile::refuse() const { throw OutputError(name_ + ": another scan is writing to it"); }
+void ResultsWriter::refuse() const { throw OutputError(name_ + ": another scan is writing to it"); }
 
-void JsonLinesFile::keepLocked() const {
+void ResultsWriter::keepLocked() const {
   if (descriptor_ != STDOUT_FILENO && isLockedByAnother(descriptor_)) {
     refuse();
   }
 }
 
-void JsonLinesFile::mend(const JsonLinesEnd& end) {
+void ResultsWriter::mend(const ResultsEnd& end) {
   keepLocked();
   if (sizeOf(descriptor_) != size_) {
     refuse();
@@ -90,13 +90,13 @@ void JsonLinesFile::mend(const JsonLinesEnd& end) {
   }
 }
 
-void JsonLinesFile::append(const std::string& line) {
+void ResultsWriter::append(const std::string& line) {
   keepLocked();
   write(line + "\n");
 }
 
 // A write that a full disk cuts short is followed by one that says why.
-void JsonLinesFile::write(std::string_view text) {
+void ResultsWriter::write(std::string_view text) {
   const off_t before = sizeOf(descriptor_);
   while (!text.empty()) {
     const ssize_t count = ::write(descriptor_, text.data(), text.size());

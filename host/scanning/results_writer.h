@@ -12,20 +12,20 @@
 
 namespace kestrel::host {
 
-class JsonLinesFile {
+class ResultsWriter {
  public:
   /// Lines go to the standard output.
-  JsonLinesFile();
+  ResultsWriter();
   /// Raises OutputError when the file cannot be opened or another scan writes to it. A file that is
   /// not there is made; the lines of one that is there stay.
-  explicit JsonLinesFile(const std::filesystem::path& file);
-  JsonLinesFile(const JsonLinesFile&) = delete;
-  JsonLinesFile& operator=(const JsonLinesFile&) = delete;
-  ~JsonLinesFile();
+  explicit ResultsWriter(const std::filesystem::path& file);
+  ResultsWriter(const ResultsWriter&) = delete;
+  ResultsWriter& operator=(const ResultsWriter&) = delete;
+  ~ResultsWriter();
 
-  /// Takes away a torn line and adds a newline that is missing, as readJsonLines() found them.
+  /// Takes away a torn line and adds a newline that is missing, as readResultsFile() found them.
   /// Raises OutputError when another scan wrote to the file while it was read.
-  void mend(const JsonLinesEnd& end);
+  void mend(const ResultsEnd& end);
 
   /// Raises OutputError when the line cannot be written; what was written of it is taken away. One
   /// thread at a time.

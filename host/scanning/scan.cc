@@ -41,8 +41,8 @@ ScanFiles findFiles(const ScanRequest& request) {
   return found;
 }
 
-JsonLinesFile openOutput(const fs::path& output) {
-  return output.empty() ? JsonLinesFile() : JsonLinesFile(output);
+ResultsWriter openOutput(const fs::path& output) {
+  return output.empty() ? ResultsWriter() : ResultsWriter(output);
 }
 
 class Scan {
@@ -113,7 +113,7 @@ class Scan {
   const ScanRequest& request_;
   const Json options_;
   ScanFiles found_;
-  JsonLinesFile output_;
+  ResultsWriter output_;
   ScanSummary summary_;
   std::mutex mutex_;
   std::size_t done_ = 0;

@@ -60,11 +60,11 @@ class EarlierResults {
 
 }  // namespace
 
-JsonLinesEnd removeDone(const fs::path& results, const InspectOptions& options,
-                        std::vector<std::string>& files, ScanSummary& summary) {
+ResultsEnd removeDone(const fs::path& results, const InspectOptions& options,
+                      std::vector<std::string>& files, ScanSummary& summary) {
   EarlierResults earlier(files, options);
-  const JsonLinesEnd end =
-      readJsonLines(results, [&](const Json& document) { earlier.take(document); });
+  const ResultsEnd end =
+      readResultsFile(results, [&](const Json& document) { earlier.take(document); });
   if (!earlier.differences().empty()) {
     throw UsageError(fmt::format(
         "\"{}\" holds results of other options ({}): go on with those, or take another file",

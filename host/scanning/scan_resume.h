@@ -15,7 +15,7 @@ namespace kestrel::host {
 /// for one file the last counts. A file is left in when it has changed since, and when its result
 /// is not one that would come again (scan_options.h). Raises NoResults when the file holds anything
 /// else, UsageError when it holds results of other options; nothing in it is changed.
-JsonLinesEnd removeDone(const std::filesystem::path& results, const InspectOptions& options,
-                        std::vector<std::string>& files, ScanSummary& summary);
+ResultsEnd removeDone(const std::filesystem::path& results, const InspectOptions& options,
+                      std::vector<std::string>& files, ScanSummary& summary);
 
 }  // namespace kestrel::host

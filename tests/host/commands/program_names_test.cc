@@ -1,4 +1,4 @@
-// The names of files that the program is given, and what may stand behind them.
+// The names of files that the program is given, and what may stand after them.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 

@@ -57,17 +57,17 @@ bool isRefused(const std::function<void()>& work) {
 }
 
 bool isRefusedToAnother(const std::filesystem::path& file) {
-  return codeOf(inChild([&] { ::_exit(isRefused([&] { JsonLinesFile{file}; }) ? 1 : 0); })) == 1;
+  return codeOf(inChild([&] { ::_exit(isRefused([&] { ResultsWriter{file}; }) ? 1 : 0); })) == 1;
 }
 
 // A reader that has been forked and waits for its turn to become the reader's program.
-TEST(JsonLinesFileTest, aChildOfAKilledScanDoesNotHoldTheLock) {
+TEST(ResultsWriterTest, aChildOfAKilledScanDoesNotHoldTheLock) {
   const TemporaryDirectory directory;
   const std::filesystem::path file = directory / "r.jsonl";
   const Pipe isForked = pipeOf();
   const Pipe isOver = pipeOf();
   const pid_t scan = inChild([&] {
-    const JsonLinesFile results(file);
+    const ResultsWriter results(file);
     inChild([&] {
       tell(isForked);
       await(isOver);
@@ -82,35 +82,35 @@ TEST(JsonLinesFileTest, aChildOfAKilledScanDoesNotHoldTheLock) {
   tell(isOver);
 }
 
-TEST(JsonLinesFileTest, itIsHeldAgainAfterTheFileWasRead) {
+TEST(ResultsWriterTest, itIsHeldAgainAfterTheFileWasRead) {
   const TemporaryDirectory directory;
   const std::filesystem::path file = directory / "r.jsonl";
-  JsonLinesFile results(file);
-  results.mend(readJsonLines(file, [](const Json&) {}));
+  ResultsWriter results(file);
+  results.mend(readResultsFile(file, [](const Json&) {}));
   EXPECT_TRUE(isRefusedToAnother(file));
   { const std::ifstream look(file); }
   results.append("{}");
   EXPECT_TRUE(isRefusedToAnother(file));
 }
 
-TEST(JsonLinesFileTest, whatAnotherScanWroteWhileItWasReadIsLeftAlone) {
+TEST(ResultsWriterTest, whatAnotherScanWroteWhileItWasReadIsLeftAlone) {
   const TemporaryDirectory directory;
   const std::filesystem::path file = directory / "r.jsonl";
-  JsonLinesFile results(file);
-  const JsonLinesEnd end = readJsonLines(file, [](const Json&) {});
-  EXPECT_EQ(codeOf(inChild([&] { JsonLinesFile(file).append("{}"); })), 0);
+  ResultsWriter results(file);
+  const ResultsEnd end = readResultsFile(file, [](const Json&) {});
+  EXPECT_EQ(codeOf(inChild([&] { ResultsWriter(file).append("{}"); })), 0);
   EXPECT_TRUE(isRefused([&] { results.mend(end); }));
 }
 
-TEST(JsonLinesFileTest, aLineIsNotWrittenWhileAnotherScanHoldsTheFile) {
+TEST(ResultsWriterTest, aLineIsNotWrittenWhileAnotherScanHoldsTheFile) {
   const TemporaryDirectory directory;
   const std::filesystem::path file = directory / "r.jsonl";
-  JsonLinesFile results(file);
+  ResultsWriter results(file);
   { const std::ifstream look(file); }
   const Pipe isHeld = pipeOf();
   const Pipe isOver = pipeOf();
   const pid_t other = inChild([&] {
-    const JsonLinesFile theirs(file);
+    const ResultsWriter theirs(file);
     tell(isHeld);
     await(isOver);
   });

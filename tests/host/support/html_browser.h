@@ -16,7 +16,7 @@ struct BrowserOptions {
 };
 
 /// Loads the page and gives the values of the JavaScript expressions, in their order; an expression
-/// that fails gives its error as a text. They are put behind the page's own script.
+/// that fails gives its error as a text. They are put after the page's own script.
 nlohmann::json askPage(const std::string& page, const std::vector<std::string>& expressions,
                        const BrowserOptions& options = {});
 
