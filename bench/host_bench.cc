@@ -9,11 +9,11 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "host/html_section.h"
-#include "host/inspect_file.h"
-#include "host/libmediainfo_reader.h"
-#include "host/result_json.h"
-#include "host/text_report.h"
+#include "host/judging/inspect_file.h"
+#include "host/reading/libmediainfo_reader.h"
+#include "host/reporting/html_section.h"
+#include "host/reporting/result_json.h"
+#include "host/reporting/text_report.h"
 
 namespace kestrel::host {
 namespace {

@@ -14,12 +14,12 @@
 #include "fuzz/disagreement.h"
 #include "fuzz/harness.h"
 #include "fuzz/host_text.h"
-#include "host/catalogue_items.h"
-#include "host/expectation.h"
-#include "host/layout_explanation.h"
-#include "host/layout_text.h"
-#include "host/text_table.h"
-#include "host/usage_error.h"
+#include "host/basics/text_columns.h"
+#include "host/basics/usage_error.h"
+#include "host/judging/catalogue_items.h"
+#include "host/judging/expectation.h"
+#include "host/judging/layout_description.h"
+#include "host/reporting/layout_explanation.h"
 #include "tests/plain/plain_layout_description.h"
 
 namespace kestrel::fuzz {

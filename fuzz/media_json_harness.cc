@@ -17,19 +17,19 @@
 #include "fuzz/harness.h"
 #include "fuzz/host_text.h"
 #include "fuzz/text_fields.h"
-#include "host/expectation.h"
-#include "host/html_page.h"
-#include "host/inspect_file.h"
-#include "host/mediainfo_json.h"
-#include "host/not_examined.h"
-#include "host/result_json.h"
-#include "host/stream_mapping.h"
-#include "host/text_report.h"
-#include "host/usage_error.h"
-#include "host/utf8.h"
+#include "host/basics/file_names.h"
+#include "host/basics/usage_error.h"
+#include "host/evidence/stream_mapping.h"
+#include "host/judging/expectation.h"
+#include "host/judging/inspect_file.h"
+#include "host/reading/media_facts.h"
+#include "host/reading/mediainfo_json.h"
+#include "host/reporting/html_page.h"
+#include "host/reporting/result_json.h"
+#include "host/reporting/text_report.h"
 
 #if !defined(_WIN32)
-#include "host/raw_media_json.h"
+#include "host/reading/reader_protocol.h"
 #endif
 
 namespace kestrel::fuzz {
@@ -114,36 +114,38 @@ void checkWaysBack(const NamedMedia& named) {
 bool mayBeRefused(const std::string& id) { return id == "no-audio" || id == "too-many-tracks"; }
 
 void checkVerdict(const FileResult& result, const RawMedia& media, const InspectOptions& options) {
-  const plain::ServiceMapInput input{result.expectation ? result.expectation->description : "",
-                                     plain::widened(options.surroundChannelOrder),
-                                     host::mapMedia(media).streams, true, options.checkLabels};
-  if (!result.expectation || !suitsPlainForm(input)) return;
-  const bool isError = std::ranges::any_of(result.findings, [](const host::Finding& finding) {
-    return finding.severity == host::Severity::kError;
-  });
+  const plain::ServiceMapInput input{
+      result.judgement.expectation ? result.judgement.expectation->description : "",
+      plain::widened(options.surroundChannelOrder), host::mapMedia(media).streams, true,
+      options.checkLabels};
+  if (!result.judgement.expectation || !suitsPlainForm(input)) return;
+  const bool isError = std::ranges::any_of(
+      result.judgement.findings,
+      [](const host::Finding& finding) { return finding.severity == host::Severity::kError; });
   const plain::PlainResult expected = plain::serviceMap(input);
   if (isError == (expected.outcome == plain::Outcome::kFilled)) {
     disagree("the verdict and the plain form", result.verdict.sentence, "\n", input,
              "expected: ", expected);
   }
   const bool isCarried = result.verdict.result == host::VerdictResult::kConforms;
-  const bool hasWarning = std::ranges::any_of(result.findings, [](const host::Finding& finding) {
-    return finding.severity == host::Severity::kWarning;
-  });
+  const bool hasWarning = std::ranges::any_of(
+      result.judgement.findings,
+      [](const host::Finding& finding) { return finding.severity == host::Severity::kWarning; });
   requireEqual("the verdict", isCarried, !isError && !(options.isStrict && hasWarning));
 }
 
 // Tracks, streams and services that a result speaks of are there.
 void checkIndices(const FileResult& result) {
-  requireEqual("the number of tracks", static_cast<std::size_t>(result.trackTotal),
-               result.error ? std::size_t{0} : result.tracks.size());
-  for (const host::ResultTrack& track : result.tracks) {
+  if (result.error) {
+    requireEqual("the number of tracks", result.facts.map.tracks.size(), std::size_t{0});
+  }
+  for (const host::AudioTrack& track : result.facts.map.tracks) {
     for (const std::size_t stream : track.streams) {
-      if (stream >= result.streams.size()) disagree("a track's stream", stream);
+      if (stream >= result.facts.map.streams.size()) disagree("a track's stream", stream);
     }
   }
-  for (const host::Finding& finding : result.findings) {
-    if (finding.service && *finding.service >= result.services.size()) {
+  for (const host::Finding& finding : result.judgement.findings) {
+    if (finding.service && *finding.service >= result.judgement.services.size()) {
       disagree("a finding's service", finding.sentence);
     }
   }

@@ -1,9 +1,27 @@
-#include "host/program.h"
-#include "host/program_arguments.h"
-#include "host/terminal.h"
+#include <exception>
+
+#include "host/basics/console.h"
+#include "host/basics/exit_code.h"
+#include "host/basics/output.h"
+#include "host/commands/command_line.h"
 #if !defined(_WIN32)
-#include "host/reader_process.h"
+#include "host/reading/reader_process.h"
 #endif
+
+namespace kestrel::host {
+namespace {
+
+ExitCode runProgram(const std::vector<std::string>& arguments) {
+  try {
+    return parseCommandLine(arguments)();
+  } catch (const std::exception& error) {
+    printMessage(error.what());
+    return ExitCode::kNotExamined;
+  }
+}
+
+}  // namespace
+}  // namespace kestrel::host
 
 int main(int argc, char** argv) {
   using namespace kestrel::host;

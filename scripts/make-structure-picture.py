@@ -215,4 +215,5 @@ def main():
           f"{text.count('class=' + chr(34) + 'includes')} arrows")
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -94,7 +94,7 @@ BEFORE_ANY_FILE = {"json-unreadable", "bad-json", "json-too-long"}
 
 def findings_of_host(root):
     """The ids that the host's sources give to findings and to files that are not examined."""
-    for path in sorted((root / "host").glob("*.cc")):
+    for path in sorted((root / "host").glob("**/*.cc")):
         text = pages.read(path)
         for id in re.findall(r'"([a-z0-9-]+)",\s*Severity::', text):
             yield path, id

@@ -1,0 +1,32 @@
+// What the program says: results on the standard output or in a file that is written whole or not
+// at all, messages on the standard error.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace kestrel::host {
+
+/// The result cannot be written; the text says why.
+class OutputError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Writes a file beside the given one and puts it in its place when it is complete, so that nobody
+/// ever finds a half-written file under the name and an older file stays when writing fails. A
+/// device or a pipe is written directly. Raises OutputError.
+void writeWholeFile(const std::filesystem::path& file, std::string_view content);
+
+/// @param file  in UTF-8; empty: the standard output. Raises OutputError
+void writeResult(const std::string& file, std::string_view content);
+
+/// A line for the user on the standard error.
+void printMessage(const std::string& text);
+
+/// "name": why
+void printFileMessage(const std::string& name, const std::string& why);
+
+}  // namespace kestrel::host

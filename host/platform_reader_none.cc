@@ -1,9 +1,0 @@
-#include "host/platform_reader.h"
-
-namespace kestrel::host {
-
-std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds /*timeLimit*/) {
-  return nullptr;
-}
-
-}  // namespace kestrel::host

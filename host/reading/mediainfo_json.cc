@@ -1,0 +1,166 @@
+// text    file | "[" file, file, ... "]"
+// file    {"media": {"@ref": name, "track": [stream, ...]}}, or "media": null for a missing file
+// stream  {"@type": "General" | "Audio" | "Other" | ..., field: text, ..., "extra": {field: text}}
+#include "host/reading/mediainfo_json.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <iostream>
+#include <nlohmann/json.hpp>
+
+#include "host/basics/file_names.h"
+#include "host/reading/media_facts.h"
+
+namespace kestrel::host {
+namespace {
+
+using MediaJson = nlohmann::json;
+
+[[noreturn]] void reject(const std::string& why) {
+  throw NotExamined("bad-json", "the JSON is not that of mediainfo: " + why);
+}
+
+std::string textIn(const MediaJson& object, const char* name) {
+  const auto found = object.find(name);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : "";
+}
+
+// Some fields stand among the extra ones. Empty where there is none, or something else than a text.
+std::string field(const MediaJson& stream, const char* name) {
+  const std::string text = textIn(stream, name);
+  const auto extra = stream.find("extra");
+  return text.empty() && extra != stream.end() ? textIn(*extra, name) : text;
+}
+
+RawAudioStream audioStream(const MediaJson& stream) {
+  return {
+      .id = field(stream, "ID"),
+      .format = field(stream, "Format"),
+      .muxingMode = field(stream, "MuxingMode"),
+      .channels = field(stream, "Channels"),
+      .channelLayout = field(stream, "ChannelLayout"),
+      .channelLayoutId = field(stream, "ChannelLayoutID"),
+      .samplingRate = field(stream, "SamplingRate"),
+      .bitDepth = field(stream, "BitDepth"),
+  };
+}
+
+void addStream(const MediaJson& stream, RawMedia& media) {
+  const std::string type = field(stream, "@type");
+  if (type == "General") {
+    media.container = field(stream, "Format");
+    media.isTruncated = field(stream, "IsTruncated");
+  } else if (type == "Audio") {
+    media.audioStreams.push_back(audioStream(stream));
+  } else if (type == "Other" && field(stream, "Format") == "AS-11 Core" &&
+             media.declaredLayout.empty()) {
+    media.declaredLayout = field(stream, "AudioTrackLayout");
+  }
+}
+
+NamedMedia namedMedia(const MediaJson& file) {
+  const auto media = file.is_object() ? file.find("media") : file.end();
+  if (!file.is_object() || media == file.end()) {
+    reject("a file has no \"media\"");
+  }
+  if (media->is_null()) {
+    return {};
+  }
+  const auto tracks = media->is_object() ? media->find("track") : media->end();
+  if (!media->is_object() || tracks == media->end() || !tracks->is_array()) {
+    reject(R"(there is no list "track" in "media")");
+  }
+  NamedMedia named{field(*media, "@ref"), {}};
+  for (const MediaJson& stream : *tracks) {
+    if (stream.is_object()) {
+      addStream(stream, named.media);
+    }
+  }
+  return named;
+}
+
+MediaJson parsed(std::string_view text) {
+  if (text.size() > kLongestMediainfoJson) {
+    throw NotExamined("json-too-long", "the JSON is longer than 64 MiB");
+  }
+  MediaJson json = MediaJson::parse(text, nullptr, false);
+  if (json.is_discarded()) {
+    reject("it is no JSON at all");
+  }
+  return json;
+}
+
+// One byte more than is taken, so that a text that is too long is told from one that just fits.
+std::string contentOf(std::istream& stream) {
+  std::string content;
+  std::array<char, 65536> block{};
+  while (content.size() <= kLongestMediainfoJson && stream) {
+    stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+    content.append(block.data(), static_cast<std::size_t>(stream.gcount()));
+  }
+  return content;
+}
+
+std::string contentOf(const std::string& source) {
+  if (source == "-") {
+    return contentOf(std::cin);
+  }
+  const std::filesystem::path file = pathFromUtf8(source);
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream || std::filesystem::is_directory(file)) {
+    throw NotExamined("json-unreadable", "the JSON file cannot be read");
+  }
+  return contentOf(stream);
+}
+
+// The name without directories, of either kind of separator: the output may come from elsewhere.
+std::string_view lastPart(std::string_view name) {
+  return name.substr(name.find_last_of("/\\") + 1);
+}
+
+}  // namespace
+
+std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
+  const MediaJson json = parsed(text);
+  std::vector<NamedMedia> files;
+  if (!json.is_array()) {
+    files.push_back(namedMedia(json));
+    return files;
+  }
+  for (const MediaJson& file : json) {
+    files.push_back(namedMedia(file));
+  }
+  return files;
+}
+
+JsonReader::JsonReader(const std::string& source)
+    : media_(mediaFromMediainfoJson(contentOf(source))) {}
+
+ReadMedia JsonReader::read(const std::filesystem::path& file) const {
+  const std::string name = utf8FromPath(file);
+  auto found = std::ranges::find(media_, name, &NamedMedia::file);
+  if (found == media_.end()) {
+    found = std::ranges::find_if(media_, [&](const NamedMedia& media) {
+      return media_.size() == 1 || lastPart(media.file) == lastPart(name);
+    });
+  }
+  if (found == media_.end()) {
+    throw NotExamined("not-in-json", "the JSON has nothing about it");
+  }
+  if (found->media.container.empty()) {
+    throw NotExamined("not-media", "not a media file that mediainfo knows");
+  }
+  return {found->media, "mediainfo-json", ""};
+}
+
+std::vector<std::string> JsonReader::files() const {
+  std::vector<std::string> names;
+  names.reserve(media_.size());
+  for (const NamedMedia& media : media_) {
+    names.push_back(media.file);
+  }
+  return names;
+}
+
+}  // namespace kestrel::host

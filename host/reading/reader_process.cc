@@ -1,0 +1,165 @@
+// The process that reads a file writes to a pipe whose end it holds open as long as it lives: the
+// end of its output is its own end, also when libmediainfo closes the standard output.
+#include "host/reading/reader_process.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <utility>
+
+#include "host/reading/libmediainfo_fields.h"
+#include "host/reading/reader_protocol.h"
+
+namespace kestrel::host {
+namespace {
+
+constexpr char kCommand[] = "--as-reader-process";
+
+[[noreturn]] void fail() { throw std::runtime_error("a system call failed"); }
+
+// False at the end of what there is to read.
+bool readMore(int descriptor, std::string& text) {
+  std::array<char, 65536> buffer{};
+  ssize_t count = 0;
+  do {
+    count = ::read(descriptor, buffer.data(), buffer.size());
+  } while (count < 0 && errno == EINTR);
+  if (count > 0) {
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  }
+  return count > 0;
+}
+
+void writeAll(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count = ::write(descriptor, text.data(), text.size());
+    if (count < 0 && errno != EINTR) {
+      fail();
+    }
+    text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+  }
+}
+
+// The kernel kills this process when its parent ends; a parent that ended before the request is
+// told by the id.
+void endWithParent(pid_t parent) {
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (::getppid() != parent) {
+    ::_exit(EXIT_FAILURE);
+  }
+}
+
+int writeFields(const ReaderRequest& request) {
+  const auto media = readFieldsWithLibmediainfo(request.file, request.parseSpeed);
+  if (!media) {
+    return kReaderCannotOpen;
+  }
+  writeAll(STDOUT_FILENO, rawMediaToJson(*media));
+  return EXIT_SUCCESS;
+}
+
+// The end of the process runs nothing on its way out: libmediainfo's own clean-up is of no use.
+[[noreturn]] void readFile(const ReaderRequest& request, pid_t parent, int output) {
+  endWithParent(parent);
+  ::dup2(output, STDOUT_FILENO);
+  ::dup2(::open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+  int code = EXIT_FAILURE;
+  try {
+    code = writeFields(request);
+  } catch (const std::exception&) {
+    // The exit code tells; there is nobody else to be told.
+  }
+  ::_exit(code);
+}
+
+// A request comes after the answer to the one before, so all that the standard input can do
+// meanwhile is to end: then nobody waits for the answer.
+std::string outputOf(pid_t child, int pipe) {
+  std::string output;
+  for (;;) {
+    std::array<pollfd, 2> sources = {{{STDIN_FILENO, 0, 0}, {pipe, POLLIN, 0}}};
+    if (::poll(sources.data(), sources.size(), -1) < 0 && errno != EINTR) {
+      fail();
+    }
+    if (sources[0].revents != 0) {
+      ::_exit(EXIT_FAILURE);
+    }
+    if (sources[1].revents != 0 && !readMore(pipe, output)) {
+      return output;
+    }
+    if (output.size() > kLongestAnswer) {
+      ::kill(child, SIGKILL);
+    }
+  }
+}
+
+ReaderAnswer answerTo(const ReaderRequest& request) {
+  std::array<int, 2> pipe{};
+  if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
+    fail();
+  }
+  const pid_t self = ::getpid();
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::close(pipe[0]);
+    readFile(request, self, pipe[1]);
+  }
+  ::close(pipe[1]);
+  if (child < 0) {
+    fail();
+  }
+  std::string output = outputOf(child, pipe[0]);
+  ::close(pipe[0]);
+  int status = 0;
+  if (::waitpid(child, &status, 0) != child) {
+    fail();
+  }
+  const bool isSignalled = WIFSIGNALED(status);
+  return {isSignalled, isSignalled ? WTERMSIG(status) : WEXITSTATUS(status), std::move(output)};
+}
+
+// The preparation takes longer than it saves one file, so a reader of one file does without.
+void answerAll() {
+  std::string input;
+  std::size_t requests = 0;
+  do {
+    while (const auto request = takeRequest(input)) {
+      if (++requests == 2) {
+        prepareLibmediainfo();
+      }
+      writeAll(STDOUT_FILENO, textOf(answerTo(*request)));
+    }
+  } while (readMore(STDIN_FILENO, input));
+}
+
+}  // namespace
+
+std::vector<std::string> readerArguments() { return {kCommand}; }
+
+bool isReaderCommand(const std::vector<std::string>& arguments) {
+  return arguments == readerArguments();
+}
+
+void runReaderProcess() {
+  int code = EXIT_SUCCESS;
+  try {
+    answerAll();
+  } catch (const std::exception&) {
+    code = EXIT_FAILURE;
+  }
+  ::_exit(code);
+}
+
+}  // namespace kestrel::host

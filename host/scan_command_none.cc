@@ -1,8 +1,0 @@
-// Where the host cannot read media files itself there is nothing to scan.
-#include "host/command.h"
-
-namespace kestrel::host {
-
-void addScan(CLI::App& /*program*/, CommandRun& /*run*/) {}
-
-}  // namespace kestrel::host
