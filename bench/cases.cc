@@ -91,4 +91,22 @@ plain::ServiceMapInput longDescription(std::size_t length) {
   return surroundAndStereo(description + "T8=5.1 Mix,Stereo");
 }
 
+plain::ServiceMapInput streamsOfOneNumber(std::size_t streams) {
+  auto call = input("T6=5.1 Mix", {});
+  for (std::size_t i = 0; i < streams; ++i) {
+    if (i > 0) call.description += ",5.1 Mix";
+    call.streams.push_back(stream(1, 6));
+  }
+  call.streams.front().trackLabels = L"L R C LFE Ls" + std::wstring(10 * streams, L' ') + L"Rs";
+  // An entry has at most 99 tracks: a stream without any takes the total back to 6.
+  call.streams.push_back(stream(2, -6 * (static_cast<std::int32_t>(streams) - 1)));
+  return call;
+}
+
+plain::ServiceMapInput unknownServices(std::size_t services) {
+  auto call = input("T2=Stereo", {stream(1, 2)});
+  for (std::size_t i = 0; i < services; ++i) call.description += ",Unknown";
+  return call;
+}
+
 }  // namespace kestrel::bench
