@@ -2,7 +2,6 @@
 // the tracks, each then receives its tracks, and neighbouring tracks of one service must agree.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <memory_resource>
 #include <optional>

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "analyser/layout_description.h"
+#include "analyser/track_number_counter.h"
 
 namespace kestrel {
 

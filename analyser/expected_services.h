@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "analyser/track_number_counter.h"
 #include "api/catalogue_ids.h"
 
 namespace kestrel {
@@ -16,17 +15,11 @@ struct ExpectedService {
   std::string_view element;      // as it is written, a leading "-" included
   std::int32_t index = 0;        // among the elements, from 0
   std::int32_t trackCount = -1;  // tracks that it occupies; -1 for an unknown name
-  std::int32_t firstTrack = -1;  // its first track number; the others follow
+  std::int32_t firstTrack = -1;  // its first track number; the others follow it
   StreamType streamType = kUnknown;
   bool reported = false;
   bool requested = false;  // false unless reportAll is set
   bool isEmca = false;
-
-  /// Track number of the service's i-th track; -1 for an i outside 0 .. trackCount - 1.
-  constexpr std::int32_t track(std::int32_t i) const {
-    if (i < 0 || i >= trackCount) return -1;
-    return trackNumberAfter(firstTrack, static_cast<std::uint32_t>(i));
-  }
 };
 
 using ExpectedServices = std::pmr::vector<ExpectedService>;

@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <utility>
 
 #include "analyser/file_streams.h"
 #include "analyser/surround_labels.h"

@@ -9,9 +9,8 @@ namespace kestrel::bench {
 
 /// A benchmark's figures.
 struct Figures {
-  double time = 0;  // nanoseconds; the median of the repetitions where there are several
+  double time = 0;  // nanoseconds; the median of the repetitions if there are several
   double allocations = 0;
-  double bytes = 0;  // of text that the call must pass over, where that is part of its aim
 };
 
 using FindFigures = std::function<const Figures*(const std::string& benchmark)>;

@@ -23,8 +23,8 @@ plain::ServiceMapInput manyStreams(std::size_t streams);
 /// A description of about `length` bytes in which only the last entry fits.
 plain::ServiceMapInput longDescription(std::size_t length);
 
-/// `streams` streams of six channels and one number, on which as many 5.1 mixes look for labels. The
-/// last label follows `10 * streams` blanks.
+/// `streams` streams of six channels and one number, on which as many 5.1 mixes look for labels.
+/// The last label follows `10 * streams` blanks.
 plain::ServiceMapInput streamsOfOneNumber(std::size_t streams);
 
 /// A description of `services` elements that name nothing, each of which yields a finding.

@@ -30,7 +30,6 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
       return found == run.counters.end() ? 0 : found->second.value;
     };
     figures.allocations = counter("allocations");
-    figures.bytes = counter("bytes");
   }
 }
 

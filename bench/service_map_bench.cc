@@ -21,8 +21,6 @@
 namespace kestrel::bench {
 namespace {
 
-constexpr std::size_t kLongDescription = 500;
-
 std::int32_t call(const plain::ServiceMapInput& input, std::vector<ServiceMapResult>& results) {
   return getServiceMap(input.description.c_str(), input.order.c_str(), 0, input.streams.data(),
                        static_cast<std::int32_t>(input.streams.size()), &results,
@@ -67,12 +65,6 @@ void plainC(benchmark::State& state, const plain::ServiceMapInput& input) {
   });
 }
 
-// As library(); each byte of the description has its share in the aim.
-void libraryWithScan(benchmark::State& state, const plain::ServiceMapInput& input) {
-  library(state, input);
-  state.counters["bytes"] = static_cast<double>(input.description.size());
-}
-
 template <class Function>
 void addCase(const std::string& name, const Function& function,
              const std::shared_ptr<const plain::ServiceMapInput>& input) {
@@ -86,7 +78,7 @@ void registerEverydayCases() {
     const auto add = [&](const char* form, auto function) {
       addCase(named.name + "/" + form, function, input);
     };
-    add("library", input->description.size() < kLongDescription ? library : libraryWithScan);
+    add("library", library);
     add("plain", plainForm);
     add("floor", floorOf);
     add("plain C", plainC);

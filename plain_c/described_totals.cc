@@ -1,6 +1,5 @@
 #include "plain_c/described_totals.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "analyser/layout_description.h"

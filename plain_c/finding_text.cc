@@ -16,6 +16,7 @@
 
 #include "analyser/layout_description.h"
 #include "plain_c/described_totals.h"
+#include "plain_c/kept_analysis.h"
 
 namespace kestrel {
 

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "api/kestrel.h"
-#include "plain_c/kept_analysis.h"
 
 namespace kestrel {
 

@@ -10,8 +10,6 @@ cmake --preset bench >/dev/null
 cmake --build --preset bench | { grep -vE '^\[[0-9]+/[0-9]+\]|no work to do' || true; }
 build/bench/bench/kestrel_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true "$@"
 echo
-build/bench/bench/kestrel_threads_bench
-echo
 build/bench/bench/kestrel_load_bench
 echo
 exec python3 bench/count_instructions.py build/bench/bench/kestrel_call_driver bench/instructions.txt

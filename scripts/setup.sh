@@ -11,7 +11,7 @@ for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clan
   wine wine64 ffmpeg mediainfo python3-jsonschema binutils chromium zsh mandoc man-db
   dpkg-dev file abigail-tools doxygen valgrind jq mono-mcs parallel shellcheck)
 for_fuzz=("${for_demo[@]}" clang-16 libclang-rt-16-dev)
-for_proof=("${for_test[@]}" clang-19 llvm-19 libclang-rt-19-dev libclang-rt-16-dev libc6-dbg
+for_proof=("${for_test[@]}" clang-19 clang-tidy-19 llvm-19 libclang-rt-19-dev libclang-rt-16-dev libc6-dbg
   slurm-wlm munge jq procps openssh-client openssh-server tcsh)
 
 case "${1:-}" in

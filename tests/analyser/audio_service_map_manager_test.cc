@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "analyser/track_number_counter.h"
 #include "tests/analyser/analyser_support.h"
 
 namespace kestrel {
@@ -120,16 +121,11 @@ TEST(Construction, ReadsElementsIntoServices) {
   }
 }
 
-TEST(Construction, UnusedTracksOfAServiceAreMinusOne) {
-  const Analyser analyser({plainStream(L"1", 2)}, "T2=Stereo,Wide");
-  const AudioServiceMapManager& manager = analyser.manager;
-  const ExpectedService& stereo = manager.expectedServices()[0];
-  const ExpectedService& unknown = manager.expectedServices()[1];
-  EXPECT_EQ(stereo.track(1), trackNumberAfter(stereo.track(0), 1));
-  EXPECT_EQ(stereo.track(2), -1);
-  EXPECT_EQ(stereo.track(-1), -1);
-  EXPECT_EQ(unknown.track(0), -1);
-  EXPECT_EQ(unknown.trackCount, -1);
+TEST(Construction, OnlyServicesOfKnownNamesTakeTrackNumbers) {
+  const Analyser analyser({plainStream(L"1", 3)}, "T3=Stereo,Wide,Mono");
+  const auto services = analyser.manager.expectedServices();
+  EXPECT_EQ(services[1].trackCount, -1);
+  EXPECT_EQ(services[2].firstTrack, trackNumberAfter(services[0].firstTrack, 2));
 }
 
 // One expanded track, as the records tell it.

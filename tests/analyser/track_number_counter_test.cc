@@ -18,7 +18,8 @@ namespace {
 std::vector<std::int32_t> tracksOf(const AudioServiceMapManager& manager) {
   std::vector<std::int32_t> tracks;
   for (const ExpectedService& service : manager.expectedServices())
-    for (std::int32_t i = 0; i < service.trackCount; ++i) tracks.push_back(service.track(i));
+    for (std::int32_t i = 0; i < service.trackCount; ++i)
+      tracks.push_back(trackNumberAfter(service.firstTrack, static_cast<std::uint32_t>(i)));
   return tracks;
 }
 

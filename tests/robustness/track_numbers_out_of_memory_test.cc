@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "api/service_map.h"
+#include "analyser/track_number_counter.h"
 #include "tests/analyser/analyser_support.h"
 #include "tests/robustness/failing_memory.h"
 
