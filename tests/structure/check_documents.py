@@ -16,7 +16,8 @@ import pages  # noqa: E402 (it stands in a folder beside this one)
 
 # What tests build, run and compare; each of these files must stand in a page as it is.
 SAMPLES = ["docs/samples/*", "bindings/python/example.*", "tests/consumers/layouts.*"]
-SHOWN = ["README.md", "examples/README.md", "bindings/python/README.md", "docs/*.md"]
+SHOWN = ["README.md", "examples/README.md", "bindings/python/README.md", "docs/*.md",
+         "host/README.md", "host/*/README.md"]
 NOT_RUN = {
     ("README.md", "./scripts/demo.sh [MEDIA_FILE]"): "builds all, and runs this test",
     ("docs/install.md", "./scripts/setup.sh demo"): "needs root and a network",
