@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory_resource>  // IWYU pragma: keep (for std::pmr::vector)
 #include <optional>
 #include <span>
 #include <string_view>
