@@ -42,7 +42,7 @@ std::vector<ServiceMapResult> AudioServiceMapManager::buildResults(
   results.reserve(placement_.services.size());
   for (const PlacedService& placed : placement_.services) {
     const ExpectedService& service = *placed.service;
-    // Copying the unused slots is far quicker than setting each of their fields.
+    // Copying unused slots is much faster than setting each of their fields.
     ServiceMapResult& record =
         results.emplace_back(kUnusedSlots, placed.trackCount, service.reported, service.isEmca,
                              service.requested, std::wstring());

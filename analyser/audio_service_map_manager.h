@@ -1,8 +1,8 @@
-// The analyser: one object for each analysing call, whichever interface it comes through.
+// The analyser: one object per analysing call, for both interfaces.
 //
-// Construction counts the file's tracks and reads the layout description into expected services.
-// detectServices() lays these over the tracks. Nothing of an object outlives the call but the track
-// numbers that it took from the process-wide counter.
+// The constructor counts the file's tracks and reads the expected services from the layout
+// description. detectServices() matches them with the tracks. Nothing of the object outlives the
+// call except that the process-wide counter of track numbers has moved on.
 #pragma once
 
 #include <cstdint>
@@ -22,22 +22,22 @@ namespace kestrel {
 
 /// What a call does to the records of its host.
 enum class Outcome {
-  kUntouched,  // the services do not line up with the tracks: none
-  kEmptied,    // neighbouring tracks of a service disagree: the records are dropped
+  kUntouched,  // the services do not line up with the tracks: the records stay as they are
+  kEmptied,    // neighbouring tracks of a service do not agree: there are no records
   kFilled,     // the tracks carry the services: one record for each placed service
 };
 
 class AudioServiceMapManager {
  public:
-  /// The description is not copied: it must outlive the object, as must the memory that the streams
-  /// are in, which the object uses too. Raises std::bad_alloc.
+  /// Does not copy the description, which must outlive the object. So must the memory resource of
+  /// the streams, which the object uses as well. Raises std::bad_alloc.
   AudioServiceMapManager(std::string_view layoutDescription, FileStreams streams, bool reportAll,
                          bool surroundCheck);
 
   /// Called once. Raises std::bad_alloc.
   Outcome detectServices();
 
-  /// One record for each placed service; after detectServices() returned kFilled. Raises
+  /// One record for each placed service. Call it only if detectServices() returned kFilled. Raises
   /// std::bad_alloc or std::length_error.
   std::vector<ServiceMapResult> buildResults(std::wstring_view surroundChannelOrder) const;
 
@@ -46,7 +46,7 @@ class AudioServiceMapManager {
   std::span<const ExpectedService> expectedServices() const { return expectedServices_; }
   const FileTracks& fileTracks() const { return fileTracks_; }
 
-  // What detectServices() found; the last two only if nothing is misaligned.
+  // What detectServices() found. The last two are empty if the services do not line up.
   const std::optional<Misalignment>& misalignment() const { return misalignment_; }
   const Placement& placement() const { return placement_; }
   const Disagreements& disagreements() const { return disagreements_; }

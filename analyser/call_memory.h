@@ -1,5 +1,5 @@
-// The working memory of one call: a buffer on the stack, and the heap once that is full. A usual
-// call thus asks the heap only for what the host receives.
+// The working memory of one call: a buffer on the stack, and the heap once the buffer is full. A
+// usual call therefore allocates only what the host receives.
 #pragma once
 
 #include <cstddef>

@@ -6,8 +6,8 @@ namespace kestrel {
 
 namespace {
 
-// Passes one run of pair-coded tracks of one group, of whatever length. A stream whose flag is on
-// but not 1 meets a pair-coded service, yet starts no run: one track of it is passed.
+// Passes one run of pair-coded tracks of one group, whatever its length. A stream whose flag is
+// neither 0 nor 1 satisfies a pair-coded service but starts no run: one of its tracks is passed.
 bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
   if (tracks.atEnd(at) || tracks.stream(at).isPairCoded == 0) return false;
   if (tracks.stream(at).isPairCoded != 1) {
@@ -22,7 +22,7 @@ bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
   return true;
 }
 
-// Passes `count` ordinary tracks, or as many as there are, and returns how many.
+// Passes the ordinary tracks that come next, at most `count`, and returns how many.
 std::int32_t passOrdinary(const FileTracks& tracks, TrackCursor& at, std::int32_t count) {
   std::int32_t passed = 0;
   while (passed < count && !tracks.atEnd(at) && tracks.stream(at).isPairCoded == 0)
@@ -40,7 +40,7 @@ std::optional<SurroundOrder> readLabels(const FileTracks& tracks, TrackCursor at
   return checkSurroundLabels(labels);
 }
 
-// A further service, whose tracks begin where the last one's end.
+// Appends a service whose tracks begin at the end of those given so far.
 PlacedService& begin(const ExpectedService& service, Placement& placement) {
   PlacedService& placed = placement.services.emplace_back();
   placed.service = &service;
@@ -48,7 +48,8 @@ PlacedService& begin(const ExpectedService& service, Placement& placement) {
   return placed;
 }
 
-// A service that is not to be reported has taken its tracks all the same.
+// A service that is not to be reported keeps the tracks that it was given, but no place in the
+// list.
 void dropUnreported(Placement& placement) {
   if (!placement.services.back().service->reported) placement.services.pop_back();
 }
@@ -66,7 +67,7 @@ void placeOrdinary(const ExpectedService& service, const FileTracks& tracks, boo
   dropUnreported(placement);
 }
 
-// One programme of a pair: the tracks of the group whose streams have the same own group.
+// One programme of a pair: the tracks of the group whose streams share their own group number.
 void placeProgramme(const ExpectedService& service, const FileTracks& tracks, std::int32_t group,
                     Placement& placement) {
   PlacedService& placed = begin(service, placement);
@@ -82,8 +83,8 @@ void placeProgramme(const ExpectedService& service, const FileTracks& tracks, st
   dropUnreported(placement);
 }
 
-// A pair-coded service takes all tracks of the group that it meets. It looks at groups alone, so an
-// ordinary track of that group is taken too.
+// A pair-coded service takes all tracks of the group that it meets. It looks only at groups, so it
+// takes ordinary tracks of that group as well.
 void placePair(const ExpectedService& service, const FileTracks& tracks, Placement& placement) {
   const TrackCursor& at = placement.end;
   if (tracks.atEnd(at) || tracks.stream(at).isPairCoded != 1) return;
@@ -122,8 +123,8 @@ Placement placeServices(std::span<const ExpectedService> services, const FileTra
   return placement;
 }
 
-// Tracks of one stream always agree. A missing track agrees with nothing, but a service of one
-// track has no neighbours.
+// Tracks of one stream always agree. A missing track agrees with none, but a service of one track
+// has no neighbours.
 Disagreements findDisagreements(std::span<const PlacedService> placed, const FileTracks& tracks,
                                 std::pmr::memory_resource* memory) {
   Disagreements found(memory);

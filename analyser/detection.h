@@ -1,5 +1,6 @@
-// How expected services meet the tracks of a file, in three steps: the services must line up with
-// the tracks, each then receives its tracks, and neighbouring tracks of one service must agree.
+// Matches expected services with the tracks of a file in three steps: the services must line up
+// with the tracks, each service is then given its tracks, and neighbouring tracks of one service
+// must agree.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +16,11 @@
 
 namespace kestrel {
 
-/// Where services and tracks stop lining up.
+/// The place where services and tracks stop lining up.
 struct Misalignment {
-  const ExpectedService* service = nullptr;  // which does not meet what it should
-  std::int32_t slot = 0;                     // and which of its tracks
-  TrackCursor at;  // what it meets instead; the end of the tracks if the file lacks one
+  const ExpectedService* service = nullptr;  // the service that does not fit
+  std::int32_t slot = 0;                     // its first track that does not fit
+  TrackCursor at;  // the track found instead; the end of the tracks if the file has no more
 };
 
 /// A service to be reported and the consecutive tracks that it was given.
@@ -27,38 +28,38 @@ struct PlacedService {
   const ExpectedService* service = nullptr;
   std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
   std::int32_t found = 0;       // tracks that fill slots, at most trackCount
-  std::int64_t given = 0;       // tracks really given: a long pair-coded run has more than slots
+  std::int64_t given = 0;       // tracks given; a long pair-coded run has more than there are slots
   TrackCursor first;            // the first of them
-  // A 5.1 Mix is labelled by its tracks if these have a full set, else by the host's order.
+  // A 5.1 Mix takes the labels of its tracks if these are a full set, else the host's order.
   std::optional<SurroundOrder> labels;
   bool takesHostsOrder = false;
 };
 
 using PlacedServices = std::pmr::vector<PlacedService>;
 
-/// Two neighbouring tracks of one placed service that do not go together.
+/// Two neighbouring tracks of one placed service that do not agree.
 struct Disagreement {
   const ExpectedService* service = nullptr;
   std::int32_t slot = 0;  // of the right-hand track
   TrackCursor left;
-  TrackCursor right;  // the end of the tracks if the file lacks one
+  TrackCursor right;  // the end of the tracks if the file has no more
 };
 
 using Disagreements = std::pmr::vector<Disagreement>;
 
-/// The first place where the services do not line up with the tracks. Each pair-coded service must
-/// meet a run of pair-coded tracks of one group, each other service as many ordinary tracks as it
-/// occupies. Tracks left over do no harm, and a service of unknown name takes no track.
+/// The first place where the services do not line up with the tracks. Each pair-coded service needs
+/// a run of pair-coded tracks of one group, each other service as many ordinary tracks as it
+/// occupies. Further tracks are allowed, and a service of unknown name takes no track.
 std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> services,
                                              const FileTracks& tracks) noexcept;
 
 struct Placement {
   PlacedServices services;  // those to be reported, in order
-  TrackCursor end;          // the first track that no service was given
+  TrackCursor end;          // the first track that was given to no service
 };
 
-/// Gives the services their tracks, in order. A service that finds too few keeps its trackCount.
-/// With surroundCheck the labels of 5.1 mixes are read off the tracks. Raises std::bad_alloc.
+/// Gives the services their tracks, in order. A service that gets too few keeps its trackCount.
+/// With surroundCheck, reads the labels of 5.1 mixes from the tracks. Raises std::bad_alloc.
 Placement placeServices(std::span<const ExpectedService> services, const FileTracks& tracks,
                         bool surroundCheck, std::pmr::memory_resource* memory);
 

@@ -25,7 +25,7 @@ std::uint32_t tracksNeeded(const ExpectedService& service) {
   return service.trackCount > 0 ? static_cast<std::uint32_t>(service.trackCount) : 0;
 }
 
-// All numbers of a call are taken at once, so that they follow each other.
+// Takes all numbers of a call in one step, so that they are consecutive.
 void numberTracks(std::span<ExpectedService> services) {
   std::uint32_t total = 0;
   for (const ExpectedService& service : services) total += tracksNeeded(service);

@@ -24,8 +24,8 @@ FileStreams readStreams(std::span<const AudioStreamInfo> streams, bool withLabel
   return read;
 }
 
-// A pair-coded stream is counted unless it repeats the number of the pair-coded stream before it,
-// or shares a pair that is counted already.
+// A pair-coded stream is not counted if it has the number of the previous pair-coded stream or
+// shares a pair that is already counted.
 std::uint32_t countFileTracks(std::span<const FileStream> streams) noexcept {
   std::uint32_t sum = 0;
   std::optional<std::int32_t> lastPair;

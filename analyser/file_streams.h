@@ -1,4 +1,4 @@
-// The audio streams of a file in one neutral form, which each interface fills from its own records.
+// The audio streams of a file in one neutral form. Each interface fills it from its own records.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ using FormatKeys = std::array<std::int32_t, 3>;
 /// The place of a stream's labels in FileStreams::labels.
 struct LabelRange {
   std::size_t begin = 0;
-  std::int32_t count = 0;  // no more than a running index can reach
+  std::int32_t count = 0;  // not more than an index in a group can reach
 };
 
 struct FileStream {
@@ -29,18 +29,18 @@ struct FileStream {
   std::int32_t index = 0;              // among the streams of the call
   std::int32_t channelCount = 0;       // 0 or less: no tracks
   std::int32_t sourceGroup = 0;        // the stream's own group
-  std::int32_t group = 0;              // that, or the one that its tracks joined
-  std::int32_t firstIndexInGroup = 0;  // of its first track; the others count up and wrap
+  std::int32_t group = 0;              // the same, or the one that its tracks joined
+  std::int32_t firstIndexInGroup = 0;  // of its first track; the others follow, wrapping
   FormatKeys formatKeys{};
   LabelRange labels;
   std::uint8_t isPairCoded = 0;
-  bool sharesPair = false;  // if pair-coded: it shares one pair with all its like
+  bool sharesPair = false;  // if pair-coded: shares one pair with all such streams
 };
 
 struct FileStreams {
   explicit FileStreams(std::pmr::memory_resource* memory) : list(memory), labels(memory) {}
 
-  /// A further stream with these labels, in either width; the caller fills the rest. Raises
+  /// Appends a stream with these labels, narrow or wide; the caller fills the rest. Raises
   /// std::bad_alloc.
   template <class Text>
   FileStream& add(Text labelText) {
@@ -55,18 +55,18 @@ struct FileStreams {
   }
 
   std::pmr::vector<FileStream> list;
-  SurroundLabels labels;  // of all streams; none unless they were asked for
+  SurroundLabels labels;  // of all streams; empty unless they are asked for
 };
 
 /// The streams of the C++ interface. Raises std::bad_alloc.
 FileStreams readStreams(std::span<const AudioStreamInfo> streams, bool withLabels,
                         std::pmr::memory_resource* memory);
 
-/// The file's track total: the channels of ordinary streams, two for each pair of pair-coded ones.
-/// Summed as unsigned 32-bit, wrapping.
+/// The file's track total: the channels of ordinary streams, and two for each pair of pair-coded
+/// ones. The sum wraps in 32 bits.
 std::uint32_t countFileTracks(std::span<const FileStream> streams) noexcept;
 
-/// The records of the C++ interface as a host passes them: NULL, or a count below 1, for none.
+/// The records of the C++ interface as a host passes them; NULL or a count below 1 means none.
 inline std::span<const AudioStreamInfo> streamSpan(const AudioStreamInfo* streams,
                                                    std::int32_t count) {
   if (streams == nullptr || count < 1) return {};

@@ -23,9 +23,9 @@ std::pair<std::int64_t, std::int32_t> numberAndIndex(const FileStream& stream) {
   return {stream.trackNumber, stream.index};
 }
 
-// Gives streams of one track number the labels of the first and the format keys of the last.
+// Gives streams with the same track number the labels of the first and the format keys of the last.
 void linkSameNumbers(std::span<FileStream> streams) {
-  if (numbersAscend(streams)) return;  // as in nearly all files: no two have the same number
+  if (numbersAscend(streams)) return;  // as in nearly all files: no two numbers are the same
   std::ranges::sort(streams, {}, numberAndIndex);
   for (auto first = streams.begin(); first != streams.end();) {
     const auto end = std::find_if(first, streams.end(), [&](const FileStream& stream) {
@@ -42,10 +42,9 @@ void linkSameNumbers(std::span<FileStream> streams) {
 }
 
 // A pair-coded stream may continue the group of the track before it. Only its first track needs a
-// decision: if that one joins, the rest join through it; if not, they follow a track of their own
-// group and count on.
+// decision: if that track joins, the others follow it; if not, all keep their own group.
 void joinGroups(std::span<FileStream> streams) {
-  bool sharedPairStarted = false;  // never cleared: later sharers join whatever precedes them
+  bool sharedPairStarted = false;  // never reset: later sharers join whatever precedes them
   const FileStream* before = nullptr;
   for (FileStream& stream : streams) {
     const FileStream* const last = std::exchange(before, &stream);

@@ -1,5 +1,5 @@
-// The audio tracks of a file. The tracks of a stream share everything but a running index, so a
-// stream stands for all of its tracks, and no cost depends on the value of a channelCount.
+// The audio tracks of a file. The tracks of a stream differ only in their index, so one record of
+// the stream represents them all, and no cost depends on the value of a channelCount.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 namespace kestrel {
 
-/// One track: its stream's place among the streams with tracks, and its place in that stream. At
-/// first it is the first track of the file, or the end if there is none.
+/// One track: the position of its stream among the streams with tracks, and its position in the
+/// stream. The default is the first track of the file, or the end if the file has no tracks.
 struct TrackCursor {
   std::size_t stream = 0;
   std::int32_t offset = 0;  // 0 .. channelCount - 1
@@ -20,20 +20,20 @@ struct TrackCursor {
 
 class FileTracks {
  public:
-  /// Keeps the streams that have tracks, gives streams of one track number what they share, and
-  /// joins the groups of pair-coded streams. Raises std::bad_alloc.
+  /// Gives streams with the same track number what they share, keeps those that have tracks, and
+  /// joins the groups of pair-coded streams. Raises nothing.
   explicit FileTracks(FileStreams streams);
 
   bool atEnd(TrackCursor at) const { return at.stream == streams_.list.size(); }
 
-  /// The stream of a track. Its labels are those of the first stream with its track number, its
-  /// format keys those of the last.
+  /// The stream of a track. It has the labels of the first stream with its track number, and the
+  /// format keys of the last.
   const FileStream& stream(TrackCursor at) const { return streams_.list[at.stream]; }
 
-  /// What a result record says of a track.
+  /// What a result record says about a track.
   TrackSlot slot(TrackCursor at) const;
 
-  /// kNoLabel too if the labels were not asked for.
+  /// The label of a track; kNoLabel if it has none or if labels are not asked for.
   SurroundLabel label(TrackCursor at) const;
 
   /// The first track of the next stream.
@@ -45,8 +45,8 @@ class FileTracks {
   /// Tracks from the cursor to the end of the file.
   std::int64_t countFrom(TrackCursor at) const;
 
-  /// Moves over the next `count` tracks of the cursor's stream, or as many as it has left, and
-  /// returns how many.
+  /// Moves over the next `count` tracks of the cursor's stream, or over the rest of it if that is
+  /// less, and returns the number of tracks passed.
   std::int32_t passInStream(TrackCursor& at, std::int32_t count) const;
 
   /// The same for the tracks of the file.

@@ -1,4 +1,4 @@
-// A description is searched, not matched: anything may stand before, between and after entries.
+// The text is searched for entries: anything may stand before, between and after them.
 //
 //   entry    = "T" digit [digit] "=" list        the list as long as possible
 //   list     = list-char {list-char}
@@ -6,9 +6,9 @@
 //   element  = the characters of a list between commas
 //   service  = "Mono" | "Stereo" | "5.1 Mix" | "7.1 Mix" | "EMCA"     anything else is unknown
 //
-// The search goes on behind the list of an entry, so a list that runs on into the "T" of what looks
-// like the next entry swallows it. Each character is looked at a bounded number of times, in a
-// constant amount of stack, because descriptions come from hosts and may be of any length.
+// The search continues after the list of an entry, so a list that runs on into the "T" of what
+// looks like the next entry swallows that entry. Hosts may pass descriptions of any length, so each
+// character is read a bounded number of times and the scanner uses a constant amount of stack.
 #include "analyser/layout_description.h"
 
 #include <algorithm>
@@ -34,7 +34,7 @@ std::size_t listLength(std::string_view text) {
   return length;
 }
 
-// Reads digit [digit] "=" off the front of the text.
+// Takes digit [digit] "=" from the start of the text.
 std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   std::uint32_t total = 0;
   std::size_t digits = 0;
@@ -45,7 +45,7 @@ std::optional<std::uint32_t> takeTotal(std::string_view& text) {
   return total;
 }
 
-// The names that a description knows. "EMCA" stands for a pair that carries Dolby E or its like.
+// The names that a description may use. "EMCA" is a pair that carries Dolby E or similar code.
 struct ServiceName {
   std::string_view name;
   StreamType service;
@@ -56,7 +56,7 @@ constexpr ServiceName named(StreamType type) { return {StreamTypeNames.at(type),
 constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStereo), named(k51Mix),
                                                       named(k71Mix), ServiceName{"EMCA", kEmca}};
 
-// Whether an element is written with this name. After a leading "-" every "-" is passed over.
+// Whether an element has this name. If it has a leading "-", every "-" in it is skipped.
 bool isCalled(std::string_view element, std::string_view name) {
   const bool passHyphens = isSilent(element);
   for (const char c : element) {

@@ -16,25 +16,26 @@ struct LayoutEntry {
   std::string_view serviceList;  // never empty
 };
 
-/// Takes the next entry off the front of `text`, with everything before it; nothing (and `text`
-/// empty) when there is none left. Works on bytes, whatever the locale.
+/// Removes the next entry, and everything before it, from the start of `text`, and returns it.
+/// Returns nothing and empties `text` if there is no further entry. Works on bytes in any locale.
 std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept;
 
-/// The service list of the first entry for a track total; empty when there is no such entry.
+/// The service list of the first entry for a track total; empty if there is no such entry.
 std::string_view findServiceList(std::string_view description, std::uint32_t trackTotal) noexcept;
 
 /// One element of a service list.
 struct LayoutElement {
   std::string_view text;
-  StreamType service = kUnknown;  // what it names: kMono to k71Mix, kEmca, or kUnknown; with a
-                                  // leading "-" every "-" in it is passed over
+  StreamType service = kUnknown;  // what it names: kMono to k71Mix, kEmca, or kUnknown; if it has
+                                  // a leading "-", every "-" in it is skipped
 };
 
-/// Takes the next element off the front of a service list; nothing when the list is used up. A
-/// comma at the end adds no element, two commas in a row enclose an empty one; nothing is trimmed.
+/// Removes the next element from the start of a service list and returns it; nothing at the end of
+/// the list. A final comma adds no element, two adjacent commas enclose an empty one, and blanks
+/// are not trimmed.
 std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept;
 
-/// Whether an element is written with a leading "-": its service is not to be reported.
+/// Whether an element has a leading "-", so that its service is not to be reported.
 constexpr bool isSilent(std::string_view element) { return element.starts_with('-'); }
 
 /// Number of tracks that such a service occupies; -1 for kUnknown.

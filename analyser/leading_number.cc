@@ -1,5 +1,5 @@
-// Digits are gathered below zero, because the negative range of 64 bits is the larger one: so the
-// smallest number needs no case of its own.
+// Numbers are accumulated as negative values: the negative range of 64 bits is larger by one, so
+// the smallest number needs no special case.
 #include "analyser/leading_number.h"
 
 #include <limits>
@@ -20,7 +20,7 @@ bool isDigit(Char c) {
   return c >= '0' && c <= '9';
 }
 
-// The negated value of the digits at the front of the text, kLowest when it is below that.
+// The negated value of the digits at the start of the text; kLowest if it would be lower.
 template <class Char>
 std::int64_t negatedDigits(const Char* text) {
   std::int64_t value = 0;

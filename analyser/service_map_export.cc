@@ -22,7 +22,7 @@ std::int32_t getServiceMap(const char* layoutDescription, const wchar_t* surroun
   const Outcome outcome = manager.detectServices();
   if (outcome == Outcome::kUntouched) return 0;
   const bool filled = outcome == Outcome::kFilled;
-  // Releases what the host's vector held, its storage too.
+  // This also releases the storage of the host's vector.
   *results =
       filled ? manager.buildResults(viewOf(surroundChannelOrder)) : std::vector<ServiceMapResult>();
   return filled ? 1 : 0;

@@ -1,5 +1,5 @@
-// The process-wide counter from which every expected service takes its track numbers. It is never
-// reset while the library is loaded.
+// The process-wide counter that expected services take their track numbers from. It is never reset
+// while the library is loaded.
 #pragma once
 
 #include <atomic>
@@ -7,10 +7,10 @@
 
 namespace kestrel {
 
-/// The number that was handed out last. The first one is 0.
+/// The last number that was taken. The first one is 0.
 inline constinit std::atomic<std::int32_t> trackNumberCounter{-1};
 
-/// `first` + `offset`, wrapped from the largest 32-bit integer to the smallest, as the counter is.
+/// `first` + `offset`; wraps from the largest 32-bit integer to the smallest, as the counter does.
 constexpr std::int32_t trackNumberAfter(std::int32_t first, std::uint32_t offset) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(first) + offset);
 }

@@ -1,5 +1,5 @@
 // The host's description of one audio stream of a media file. The host passes a contiguous array of
-// these records; the library only reads it and keeps no pointer into it after the call.
+// these records. The library only reads them and keeps no pointer into them after the call.
 #pragma once
 
 #include <cstddef>
@@ -11,25 +11,25 @@
 namespace kestrel {
 
 struct AudioStreamInfo {
-  /// Its leading decimal number is the stream's track number; it may hold "-", as in "3-4".
+  /// Begins with the stream's track number in decimal. May contain "-", as in "3-4".
   std::wstring streamId;
   /// The labels of the stream's tracks in track order, separated by blanks: "L R C LFE Ls Rs".
   std::wstring trackLabels;
-  /// Group number of the stream; the library copies and compares it.
+  /// The group number of the stream. The library only copies and compares it.
   std::int32_t group = 0;
-  /// Number of tracks (channels) that the stream occupies; 0 or less: none. A negative number is
-  /// part of the file's track total all the same, which wraps in 32 bits.
+  /// Number of tracks (channels) that the stream occupies; 0 or less means none. A negative number
+  /// still counts towards the file's track total, which wraps in 32 bits.
   std::int32_t channelCount = 0;
-  /// Three properties that neighbouring tracks of one service must share (for example sampling
-  /// rate, bit depth, format); compared for equality only.
+  /// Three properties that neighbouring tracks of one service must share, for example sampling
+  /// rate, bit depth and format. The library only tests them for equality.
   std::int32_t formatKey1 = 0;
   std::int32_t formatKey2 = 0;
   std::int32_t formatKey3 = 0;
-  /// Non-zero: the stream counts as one pair of tracks whatever its channelCount. Use 0 or 1: the
-  /// track expansion treats 1 alone as pair-coded.
+  /// Non-zero: the stream counts as one pair of tracks, whatever its channelCount. Use only 0 and
+  /// 1: a stream with another value counts as a pair but cannot carry an EMCA service.
   std::uint8_t isPairCoded = 0;
-  /// Non-zero: a pair-coded stream without "-" in its streamId shares one single pair with every
-  /// other such stream.
+  /// Non-zero: if the stream is pair-coded and its streamId contains no "-", it shares one single
+  /// pair with every other such stream.
   std::uint8_t isPairShared = 0;
 };
 

@@ -14,9 +14,9 @@ inline constexpr StreamType k51Mix = 2;    ///< fills 6 tracks
 inline constexpr StreamType k71Mix = 3;    ///< fills 8 tracks
 inline constexpr StreamType kDolbyE = 4;   ///< fills a pair of 2 tracks
 inline constexpr StreamType kEmca = 5;     ///< a pair-coded service of a layout description
-inline constexpr StreamType kUnknown = 6;  ///< no known name; never a key of the catalogue
+inline constexpr StreamType kUnknown = 6;  ///< no known name; never in the catalogue
 
-/// The id, 0 to 40, of one catalogued layout.
+/// The id of one catalogued layout, 0 to 40.
 using ServiceMapItem = std::int32_t;
 
 /// One past the last item id: "no item applies", or "the tracks do not conform".

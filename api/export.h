@@ -1,6 +1,6 @@
-// Marks the functions that the shared library exports. On ELF platforms the mark lifts hidden
-// visibility; on Windows the module definition file, made from api/exported_names.txt, exports
-// the plain names, so no decoration is needed.
+// Marks the functions that the shared library exports. On ELF platforms the mark overrides hidden
+// visibility. On Windows the module definition file, made from api/exported_names.txt, exports the
+// plain names, so no mark is needed.
 #pragma once
 
 #if defined(_WIN32)

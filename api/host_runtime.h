@@ -1,7 +1,7 @@
-// The C++ headers are for hosts with the standard library that Kestrel was built with: the records
-// hold wide strings in place, the library fills a vector of the host, and errors are raised across
-// the border. The checks here turn a mismatch that can be seen at compile time into an error. For
-// all other hosts there is the plain C interface, kestrel.h.
+// The C++ headers are for hosts that use the C++ standard library that Kestrel was built with: the
+// records contain wide strings, the library fills a vector of the host, and exceptions pass from
+// the library to the host. The checks here turn a mismatch that is visible at compile time into an
+// error. All other hosts use the plain C interface, kestrel.h.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@
 
 #include "kestrel_version.h"
 
-// The strings and vectors of two libraries may have the same sizes and other contents.
+// Strings and vectors of two standard libraries may have equal sizes but different members.
 #if (defined(KESTREL_STANDARD_LIBRARY_LIBSTDCXX) && !defined(__GLIBCXX__)) || \
     (defined(KESTREL_STANDARD_LIBRARY_MSVC) && !defined(_MSVC_STL_VERSION))
 #error "kestrel: the library was built with another C++ standard library; include kestrel.h instead"

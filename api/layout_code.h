@@ -8,15 +8,17 @@
 namespace kestrel {
 extern "C" {
 
-/// The item that an EBU R 123 layout code stands for; NO_SERVICE_MAP_ITEM (41) when none does.
+/// The item that an EBU R 123 layout code stands for; NO_SERVICE_MAP_ITEM (41) if there is none.
 ///
-/// Most codes are found anywhere in the text and in either case ("EBU R 123: 8B" is 7); 4a, 4b, 4c,
-/// 8h and 8i must be the whole text, in lower case. The rules are tried in a fixed order and the
-/// first that holds decides: "12a" holds "2a" and is therefore 0.
+/// Most codes are found anywhere in the text and in either case ("EBU R 123: 8B" is 7). The codes
+/// 4a, 4b, 4c, 8h and 8i must be the whole text, in lower case. The rules are tried in a fixed
+/// order and the first match decides: "12a" contains "2a" and is therefore 0.
 ///
 /// @param code  NUL-terminated bytes in any encoding; only ASCII letters have a case. NULL counts
 ///              as empty
-/// Reads nothing but its argument, allocates nothing, never raises; any thread may call it.
+///
+/// Reads only its argument, allocates nothing and never raises. Any number of threads may call it
+/// at once.
 KESTREL_EXPORT ServiceMapItem GetServiceMapItemByAS11R123(const char* code);
 
 }  // extern "C"

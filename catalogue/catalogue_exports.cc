@@ -1,5 +1,5 @@
-// The exported queries of the catalogue: each reads one table. The test for a NULL buffer comes
-// before the look-up of the id, so that a call with one never raises.
+// The exported queries of the catalogue. Each reads one table. The check for a NULL buffer comes
+// before the look-up of the id, so that a call with a NULL buffer never raises.
 #include <algorithm>
 #include <cstdint>
 #include <span>

@@ -1,10 +1,10 @@
 // The catalogue: the stream types and the layouts ("service map items") that the library knows.
 //
-// kStreamTypes and kLayouts are the one statement of it. A layout's id is its place in the table;
-// its row is the run of neighbouring layouts that fill the same number of tracks, and the first of
-// a run is the row's default, so the order of the lines is part of the interface. The tables that
+// kStreamTypes and kLayouts are the only place where it is stated. A layout's id is its position in
+// the table. Neighbouring layouts that fill the same number of tracks form a row, and the first of
+// them is the row's default, so the order of the lines is part of the interface. The tables that
 // the rest of the library reads are columns of these two, made by the compiler: nothing is built
-// when the library is loaded, nothing is allocated, and a lookup is one comparison and one read.
+// when the library is loaded, nothing is allocated, and a look-up is one comparison and one read.
 #pragma once
 
 #include <algorithm>
@@ -29,8 +29,8 @@ struct StreamTypeRow {
   std::int32_t width;  // tracks that one stream of this type occupies
 };
 
-// The stream types of a layout in the order in which they occupy the tracks. Held in place: a
-// pointer to a list elsewhere would be a place that the loader must write to.
+// The stream types of a layout in the order in which they occupy the tracks. They are stored in
+// place: the loader would have to relocate a pointer to a list stored elsewhere.
 class StreamTypeList {
  public:
   consteval StreamTypeList(std::initializer_list<StreamType> types) {
@@ -61,7 +61,7 @@ struct LayoutRow {
   StreamTypeList streamTypes;
 };
 
-// Three layouts are called like the one stream that they hold.
+// Three layouts have the name of the one stream that they contain.
 inline constexpr std::string_view kStereoName = "Stereo";
 inline constexpr std::string_view k51MixName = "5.1 Mix";
 inline constexpr std::string_view k71MixName = "7.1 Mix";
@@ -131,7 +131,7 @@ inline constexpr std::array<LayoutRow, 41> kLayouts = {{
 }};
 // clang-format on
 
-// --- The tables that are made from it
+// --- The tables that are derived from it
 
 [[noreturn]] inline void raiseUnknownId() { throw std::out_of_range("invalid map<K, T> key"); }
 
@@ -144,8 +144,7 @@ class IdTable {
   constexpr std::int32_t size() const { return static_cast<std::int32_t>(N); }
   constexpr bool contains(std::int32_t id) const { return id >= 0 && id < size(); }
 
-  /// The value of an id. For any other id it raises the error that every function of the interface
-  /// promises for an unknown one.
+  /// The value of an id. Raises the error that the interface promises for an unknown id.
   constexpr const Value& at(std::int32_t id) const {
     if (!contains(id)) raiseUnknownId();
     return values_[static_cast<std::size_t>(id)];
@@ -166,15 +165,16 @@ consteval auto column(const std::array<Line, N>& lines, Field Line::*field) {
   return IdTable{values};
 }
 
-/// Stream type -> display name, which is followed by a NUL.
+/// Stream type -> display name, followed by a NUL.
 inline constexpr auto StreamTypeNames = column(kStreamTypes, &StreamTypeRow::name);
 /// Stream type -> tracks that one stream of it occupies.
 inline constexpr auto StreamTypeWidths = column(kStreamTypes, &StreamTypeRow::width);
-/// Item -> display name, which is followed by a NUL.
+/// Item -> display name, followed by a NUL.
 inline constexpr auto ServiceMapItemNames = column(kLayouts, &LayoutRow::name);
-/// Item -> its stream types, first tracks first.
+/// Item -> its stream types in track order.
 inline constexpr auto ServiceMapItemStreamTypes = column(kLayouts, &LayoutRow::streamTypes);
-/// Row -> number of tracks of each of its items. There is deliberately no row of 14 tracks.
+/// Row -> number of tracks of each of its items. The catalogue deliberately has no row of 14
+/// tracks.
 inline constexpr auto ServiceMapRowTrackCounts =
     IdTable{std::array<std::int32_t, 7>{2, 4, 6, 8, 10, 12, 16}};
 
@@ -196,7 +196,7 @@ consteval auto itemsByRow() {
 /// Row -> its items in list order, the default first.
 inline constexpr auto ServiceMapRows = itemsByRow();
 
-/// The row that holds an item; 0, like the items of row 0, for an unknown one.
+/// The row that contains an item. Returns 0 for an unknown item as well.
 constexpr std::int32_t rowOf(ServiceMapItem item) {
   for (std::int32_t row = 0; row < ServiceMapRows.size(); ++row)
     if (item >= ServiceMapRows.at(row).front() && item <= ServiceMapRows.at(row).back()) return row;
@@ -224,7 +224,7 @@ static_assert(std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
   return isPrintableAscii(layout.name) &&
          std::ranges::count(kLayouts, layout.name, &LayoutRow::name) == 1;
 }));
-// Rows grow, offer a choice, and hold every item.
+// Rows are in ascending order of their tracks, offer a choice, and contain every item.
 static_assert(std::ranges::adjacent_find(ServiceMapRowTrackCounts, std::greater_equal()) ==
               ServiceMapRowTrackCounts.end());
 static_assert(std::ranges::all_of(ServiceMapRows, [](auto items) { return items.size() > 1; }));

@@ -1,4 +1,4 @@
-// The texts that hosts pass: NUL-terminated, and empty where a host passes NULL.
+// The texts that hosts pass are NUL-terminated; NULL counts as an empty text.
 #pragma once
 
 #include <string_view>

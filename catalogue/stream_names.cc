@@ -1,5 +1,5 @@
-// The texts of all items are worked out by the compiler, which refuses one that does not fit. The
-// name of a stream is put together when it is asked for.
+// The compiler makes the texts of all items and rejects one that does not fit. The name of a stream
+// is composed when it is asked for.
 #include "catalogue/stream_names.h"
 
 #include <charconv>

@@ -1,4 +1,4 @@
-// Names of the streams of a layout, and the way back from names to ids.
+// Names of the streams of a layout, and the conversion of names back to ids.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 
 namespace kestrel {
 
-/// A short text held in place, so that making one allocates nothing.
+/// A short text stored in place, so that making one allocates nothing.
 class InlineText {
  public:
   constexpr void append(std::string_view part) {
@@ -26,12 +26,12 @@ class InlineText {
   std::size_t size_ = 0;
 };
 
-/// The name of the stream at a position of an item: that of its type, and an ordinal where the item
-/// holds the type more than once ("Stereo", "Mono 3"). Raises std::out_of_range when the item is
-/// unknown or holds no such position.
+/// The name of the stream at a position of an item: the name of its type, followed by an ordinal if
+/// the item contains the type more than once ("Stereo", "Mono 3"). Raises std::out_of_range if the
+/// item is unknown or has no such position.
 InlineText streamName(ServiceMapItem item, std::int32_t position);
 
-/// The stream type with exactly this name; kUnknown when there is none.
+/// The stream type with exactly this name; kUnknown if there is none.
 StreamType streamTypeNamed(std::string_view name) noexcept;
 
 /// The stream types of an item as names joined by commas. Raises std::out_of_range for an unknown
@@ -39,7 +39,7 @@ StreamType streamTypeNamed(std::string_view name) noexcept;
 std::string_view streamTypesText(ServiceMapItem item);
 
 /// The first item whose stream types, as names joined by commas, are this text;
-/// NO_SERVICE_MAP_ITEM when there is none.
+/// NO_SERVICE_MAP_ITEM if there is none.
 ServiceMapItem itemOfStreamTypes(std::string_view text) noexcept;
 
 }  // namespace kestrel

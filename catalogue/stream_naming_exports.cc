@@ -12,7 +12,7 @@ namespace kestrel {
 
 namespace {
 
-// The one text that getStreamTypeSymbol() hands out; its longest name is "5.1 Mix".
+// The one text that getStreamTypeSymbol() returns. The longest names have 7 characters.
 constinit char streamTypeSymbol[8] = "";
 
 static_assert(std::ranges::all_of(StreamTypeNames, [](std::string_view name) {

@@ -11,7 +11,7 @@
 #include "plain_c/kept_analysis.h"
 #include "plain_c/request.h"
 
-// The functions of the interface are global; what they use is not.
+// The functions of the interface are global; what they use is in the namespace.
 using namespace kestrel;
 
 namespace {
@@ -26,7 +26,7 @@ void tell(const RefusedRequest& refused, std::size_t* badByte, std::int32_t* bad
   if (badStream != nullptr) *badStream = refused.badStream;
 }
 
-// The element of a list that a host asks for; nullptr if there is none.
+// The element with this index; nullptr if there is none.
 template <class T>
 const T* elementOf(const std::vector<T>& list, std::int32_t index) {
   const bool exists = index >= 0 && static_cast<std::size_t>(index) < list.size();

@@ -1,5 +1,5 @@
-// What the functions of the plain C interface share: the barrier that turns raised errors into
-// statuses, for those that can raise any, and the rules for buffers.
+// What the functions of the plain C interface share: the barrier that turns exceptions into
+// statuses, and the rules for buffers.
 #pragma once
 
 #include <algorithm>
@@ -13,8 +13,8 @@
 
 namespace kestrel {
 
-/// Runs the body of a function of the interface. The library raises std::out_of_range for an id
-/// that it does not know; whatever else the standard library raises is for want of memory.
+/// Runs the body of a function that may raise. The library raises std::out_of_range for an unknown
+/// id; anything else that the standard library raises means that there is not enough memory.
 template <class Body>
 KestrelStatus guarded(const Body& body) noexcept {
   try {
@@ -26,7 +26,7 @@ KestrelStatus guarded(const Body& body) noexcept {
   }
 }
 
-/// Whether one of the pointers is NULL.
+/// Whether any of the pointers is NULL.
 template <class... Pointers>
 constexpr bool anyNull(const Pointers*... pointers) {
   return ((pointers == nullptr) || ...);
@@ -53,7 +53,7 @@ inline KestrelStatus copyOut(std::string_view text, char* buffer, std::size_t ca
   return KESTREL_OK;
 }
 
-/// Fills a record of the host's that may be larger than ours, but not smaller.
+/// Fills a record of the host. It may be larger than ours, but not smaller.
 template <class Record>
 KestrelStatus copyOut(Record record, Record& out) {
   if (out.structSize < sizeof(Record)) return KESTREL_BAD_RECORD_SIZE;

@@ -1,4 +1,4 @@
-// The catalogue part of the plain C interface, layout codes included.
+// The catalogue part of the plain C interface, including the layout codes.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -11,7 +11,7 @@
 #include "plain_c/barrier.h"
 #include "standards/layout_code.h"
 
-// The functions of the interface are global; what they use is not.
+// The functions of the interface are global; what they use is in the namespace.
 using namespace kestrel;
 
 namespace {
@@ -34,7 +34,7 @@ static_assert(KESTREL_MONO == kMono && KESTREL_STEREO == kStereo && KESTREL_51_M
 static_assert(KESTREL_71_MIX == k71Mix && KESTREL_DOLBY_E == kDolbyE);
 static_assert(KESTREL_EMCA == kEmca && KESTREL_UNKNOWN == kUnknown);
 
-// Stores a value that a look-up gives; the look-up may raise the error of an unknown id.
+// Stores the value that a look-up returns; the look-up may raise the error for an unknown id.
 template <class T, class LookUp>
 KestrelStatus answer(T* out, const LookUp& lookUp) noexcept {
   return guarded([&] {

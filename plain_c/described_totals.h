@@ -1,4 +1,4 @@
-// The track totals that a layout description has entries for.
+// The track totals for which a layout description has entries.
 #pragma once
 
 #include <array>

@@ -67,7 +67,7 @@ std::vector<KestrelFinding> Diagnosis::findings() const {
   return all;
 }
 
-// On no service if that is nullptr.
+// The finding is on no service if that is nullptr.
 KestrelFinding& Diagnosis::add(std::int32_t code, const ExpectedService* service) {
   KestrelFinding& finding = (code < kFirstRemark ? errors_ : remarks_).emplace_back();
   finding.code = code;
@@ -132,7 +132,7 @@ void Diagnosis::explainDisagreements() {
   }
 }
 
-// A pair-coded service that meets no pair-coded track when its turn comes has no place.
+// Every reported service is placed, except a pair-coded one that meets no pair-coded track.
 void Diagnosis::explainServices(Outcome outcome) {
   const PlacedServices& placed = analyser_.placement().services;
   auto next = placed.begin();

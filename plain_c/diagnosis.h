@@ -1,4 +1,4 @@
-// Says why a file does not carry its services, and what is odd about those that it carries.
+// Explains why a file does not carry its services, and what is unusual about those that it carries.
 #pragma once
 
 #include <memory_resource>
@@ -10,8 +10,9 @@
 
 namespace kestrel {
 
-/// The findings of an analysis whose detectServices() has returned `outcome`: errors first, then
-/// the others, each in the order of the services, those on no service last. Raises std::bad_alloc.
+/// The findings of an analysis whose detectServices() has returned `outcome`: first the errors,
+/// then the others. Either are in the order of the services; a finding on no service comes last.
+/// Raises std::bad_alloc.
 std::vector<KestrelFinding> diagnose(const AudioServiceMapManager& analyser, Outcome outcome,
                                      const CheckedRequest& request,
                                      std::pmr::memory_resource* memory);

@@ -1,11 +1,11 @@
-// Each code has one template. Words in braces stand for what the finding and its analysis say:
+// Each code has one template. Words in braces are replaced by data of the finding and its analysis:
 //
 //   {service}  "service 2 (Stereo)"       {slot}   the slot, counted from 1
 //   {place}    "track 12 (stream 3)": its track number, and the stream, counted from 1
 //   {key}      the number of a format key
 //   {first}, {second}                     the two values; {firstSlot} the first one as a slot
-//   {element}  the element of the description, shortened where it is long
-//   {offset}   where it stands in the description, counted from 1
+//   {element}  the element of the description, shortened if it is long
+//   {offset}   its position in the description, counted from 1
 //   {totals}   the totals that the description has entries for
 #include "plain_c/finding_text.h"
 

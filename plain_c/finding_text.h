@@ -7,8 +7,8 @@
 
 namespace kestrel {
 
-/// One sentence on a finding of the analysis, with a full stop. Services and their tracks are
-/// counted from 1 in it. Raises std::bad_alloc.
+/// One sentence about a finding of the analysis, with a full stop. It counts services and their
+/// tracks from 1. Raises std::bad_alloc.
 std::string findingText(const KestrelFinding& finding, const KestrelAnalysis& analysis);
 
 }  // namespace kestrel

@@ -53,7 +53,7 @@ KestrelAnalysis* makeAnalysis(const KestrelRequest& request) {
   auto kept = std::make_unique<KestrelAnalysis>();
   kept->layoutDescription = checked.layoutDescription;
   kept->surroundChannelOrder = checked.surroundChannelOrder;
-  checked.layoutDescription = kept->layoutDescription;  // what is kept of it must stay valid
+  checked.layoutDescription = kept->layoutDescription;  // elements point into it
   AudioServiceMapManager analyser(checked.layoutDescription, std::move(checked.streams),
                                   checked.reportAll, checked.surroundCheck);
   const Outcome outcome = analyser.detectServices();

@@ -1,5 +1,5 @@
-// What an analysis of the plain C interface keeps: all that a host may ask for. The analyser itself
-// ends with the call that made it.
+// What an analysis of the plain C interface keeps: everything that a host may ask for. The analyser
+// itself exists only during the call.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@ namespace kestrel {
 
 /// A service that was found.
 struct KeptService {
-  KestrelService record{};  // all but the label
+  KestrelService record{};  // without its label
   /// NUL-terminated; empty if the label is not derived from the tracks.
   std::array<char, 16> derivedLabel{};
   bool takesHostsOrder = false;
@@ -29,14 +29,14 @@ struct KestrelAnalysis {
   std::int32_t outcome = KESTREL_UNTOUCHED;
   std::vector<kestrel::KeptService> services;
   std::vector<KestrelFinding> findings;
-  /// The elements of the expected services, if there are findings: parts of layoutDescription.
+  /// The elements of the expected services, as parts of layoutDescription; empty if there are no
+  /// findings.
   std::vector<std::string_view> elements;
 };
 
 namespace kestrel {
 
-/// Analyses a request. The result is to be freed by delete. Raises RefusedRequest or
-/// std::bad_alloc.
+/// Analyses a request. The caller deletes the result. Raises RefusedRequest or std::bad_alloc.
 KestrelAnalysis* makeAnalysis(const KestrelRequest& request);
 
 }  // namespace kestrel

@@ -25,7 +25,7 @@ const KestrelRequest& checkedRecord(const KestrelRequest& request) {
   return request;
 }
 
-// Records of the host may be larger than those known here.
+// Records of the host may be larger than ours.
 const KestrelStream& checkedStream(const KestrelRequest& request, std::int32_t index) {
   const auto* const bytes = reinterpret_cast<const std::byte*>(request.streams);
   const auto* const record =

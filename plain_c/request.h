@@ -1,4 +1,4 @@
-// Reads a request of the plain C interface and refuses what is not as the interface says.
+// Reads a request of the plain C interface and refuses one that breaks the rules of the interface.
 #pragma once
 
 #include <cstddef>
@@ -14,11 +14,11 @@ namespace kestrel {
 /// Raised when a request is refused.
 struct RefusedRequest {
   KestrelStatus status;
-  std::size_t badByte = 0;      // with KESTREL_BAD_TEXT, as for kestrelAnalyse()
+  std::size_t badByte = 0;      // with KESTREL_BAD_TEXT, see kestrelAnalyse()
   std::int32_t badStream = -1;  // the same
 };
 
-/// A request whose texts are all there and UTF-8, and whose records have sizes that are known.
+/// A request whose texts are present and valid UTF-8, and whose records have known sizes.
 struct CheckedRequest {
   /// Raises RefusedRequest or std::bad_alloc.
   CheckedRequest(const KestrelRequest& request, std::pmr::memory_resource* memory);

@@ -16,7 +16,7 @@ std::uint32_t byteAt(std::string_view text, std::size_t i) {
   return static_cast<unsigned char>(text[i]);
 }
 
-// Length of a character that is not ASCII by its lead byte; 0 if none begins so.
+// Length of a character that is not ASCII, by its lead byte; 0 if no character begins with it.
 std::size_t lengthByLead(std::uint32_t lead) {
   if (lead < 0xC2 || lead > 0xF4) return 0;
   if (lead < 0xE0) return 2;
@@ -33,7 +33,7 @@ bool isFirstTrail(std::uint32_t lead, std::uint32_t byte) {
   return true;
 }
 
-// Length of the well-formed character at the front of a text that does not begin with ASCII; 0 if
+// Length of the well-formed character at the start of a text that does not begin with ASCII; 0 if
 // there is none.
 std::size_t wellFormedLength(std::string_view text) {
   const std::uint32_t lead = byteAt(text, 0);

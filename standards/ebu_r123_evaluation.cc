@@ -1,6 +1,5 @@
-// The configuration's groups are matched one after the other, each against the tracks from the one
-// that the stream at the current position names as its group's first. Each stream is one track
-// here.
+// The groups of the configuration are matched in order. The stream at the current position names,
+// as its group number, the index of the group's first track. Here each stream counts as one track.
 #include "standards/ebu_r123_evaluation.h"
 
 #include <algorithm>
@@ -19,7 +18,7 @@ namespace {
 
 constexpr std::int32_t kNotAnalysable = -1;
 
-// Matches the groups of one configuration; its records are those found so far.
+// Matches the groups of one configuration and collects their records.
 class GroupMatcher {
  public:
   explicit GroupMatcher(std::span<const AudioStreamInfo> streams) : streams_(streams) {}
@@ -28,7 +27,7 @@ class GroupMatcher {
   std::vector<ServiceMapResult> takeRecords() { return std::move(records_); }
 
  private:
-  // Both return the number of tracks consumed, nothing when the group does not match.
+  // Both return the number of tracks consumed, or nothing if the group does not match.
   std::optional<std::int64_t> matchChannels(const R123GroupRequirement& group, std::int64_t first);
   std::optional<std::int64_t> matchDolbyE(const R123GroupRequirement& group, std::int64_t first);
 
@@ -41,7 +40,7 @@ class GroupMatcher {
 
   std::span<const AudioStreamInfo> streams_;
   std::vector<ServiceMapResult> records_;
-  std::int64_t offset_ = 0;  // into the current track, where an earlier group ended inside it
+  std::int64_t offset_ = 0;  // into the current track, if an earlier group ended inside it
 };
 
 bool GroupMatcher::matchAll(std::span<const R123GroupRequirement> groups) {
@@ -57,18 +56,19 @@ bool GroupMatcher::matchAll(std::span<const R123GroupRequirement> groups) {
   return std::ranges::any_of(groups, [](const auto& group) { return group.report != 0; });
 }
 
-// How many channels a group that lacks some takes from a track. Where more are free than it lacks,
-// it takes what would be left over, again and again until it has enough. Each time as many are left
-// over as before, so this is what it lacks, rounded up; and it ends before the track does. Widths
-// below 0 make a group lack up to two thousand million channels: the rounding spares the steps.
+// How many channels a group takes from a track. If more channels are free than the group lacks, it
+// takes as many as would be left over, repeatedly, until it has enough. All these steps are of
+// equal size, so it takes what it lacks, rounded up to a multiple of the step; it never takes the
+// whole track. Negative widths can make a group lack two thousand million channels, so the result
+// is computed without a loop.
 std::int64_t channelsToTake(std::int64_t free, std::int64_t lacking) {
   if (free <= lacking) return free;
   const std::int64_t leftOver = free - lacking;
   return (lacking + leftOver - 1) / leftOver * leftOver;
 }
 
-// Fills the slots that follow the `used` ones and returns how many are used then. Channels past the
-// last slot have none.
+// Fills the slots after the first `used` ones and returns how many are then used. Channels beyond
+// the last slot are dropped.
 std::size_t addSlots(ServiceMapResult& record, std::size_t used, const AudioStreamInfo& track,
                      std::int64_t firstChannel, std::int64_t count) {
   const std::int64_t number = leadingNumber(track.streamId);

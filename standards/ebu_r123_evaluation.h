@@ -1,4 +1,4 @@
-// Judges a file's tracks against the EBU R 123 configuration for their number of channels.
+// Compares a file's tracks with the EBU R 123 configuration for their number of channels.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace kestrel {
 struct R123GroupRequirement {
   std::uint32_t streamType = 0;  // numbered like StreamType
   std::uint8_t report = 0;       // non-zero: the group yields a record
-  std::uint32_t extra = 0;       // carried along, not interpreted
+  std::uint32_t extra = 0;       // not interpreted
 };
 
 struct R123Configuration {
@@ -26,16 +26,16 @@ struct R123Configuration {
 /// Configurations by their number of channels.
 using R123Configurations = std::map<std::int32_t, R123Configuration>;
 
-/// The number of channels that the streams carry, the key into the configurations; -1 when a stream
-/// that is not pair-coded is wider than permitted. Summed in 32 bits, wrapping.
+/// The number of channels that the streams carry, which is the key of the configurations; -1 if a
+/// stream that is not pair-coded is wider than permitted. The sum wraps in 32 bits.
 std::int32_t countR123Channels(std::span<const AudioStreamInfo> streams,
                                bool allowTwoTrackStreams) noexcept;
 
 /// The records of the groups that are to be reported.
 /// @param item  in: what the host expects, or NO_SERVICE_MAP_ITEM to let the configuration decide;
-///              out: what was decided, or NO_SERVICE_MAP_ITEM when the tracks do not conform (the
-///              list is then empty). Untouched where the tracks cannot be counted or no
-///              configuration has their number of channels (the list is then empty, too)
+///              out: what was decided, or NO_SERVICE_MAP_ITEM if the tracks do not conform (the
+///              list is then empty). Unchanged if the tracks cannot be counted or there is no
+///              configuration for their number of channels (the list is then empty as well)
 /// Raises std::bad_alloc.
 std::vector<ServiceMapResult> evaluateEbuR123(std::span<const AudioStreamInfo> streams,
                                               bool allowTwoTrackStreams,

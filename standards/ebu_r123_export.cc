@@ -17,8 +17,8 @@ namespace kestrel {
 
 namespace {
 
-// A block from malloc() with the records, a real one for no records too; NULL when there is no
-// memory. The labels are empty, so that freeing the block leaves nothing behind.
+// A block from malloc() with the records; not NULL even for no records, but NULL if there is no
+// memory. The labels are empty, so the host frees everything when it frees the block.
 ServiceMapResult* toBlock(std::vector<ServiceMapResult> records) {
   const std::size_t bytes = std::max<std::size_t>(records.size() * sizeof(ServiceMapResult), 1);
   auto* const block = static_cast<ServiceMapResult*>(std::malloc(bytes));
@@ -32,12 +32,12 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
                           const AudioStreamInfo* streams, std::int32_t streamCount,
                           ServiceMapResult** block, std::int32_t* resultCount, std::int32_t* item) {
   if (block == nullptr || resultCount == nullptr || item == nullptr) return;
-  // Its services are not used, but they take their track numbers from the process-wide counter.
+  // The services are not used, but they take their track numbers from the process-wide counter.
   CallMemory memory;
   const auto records = streamSpan(streams, streamCount);
   const AudioServiceMapManager manager(
       viewOf(layoutDescription), readStreams(records, false, memory.resource()), false, false);
-  const R123Configurations EbuR123Configurations;  // no operation of the library adds to it
+  const R123Configurations EbuR123Configurations;  // always empty: no function adds to it
   std::int32_t decided = *item;
   std::vector<ServiceMapResult> found =
       evaluateEbuR123(records, (allowTwoTrackStreams & 0xFF) != 0, EbuR123Configurations, decided);

@@ -1,5 +1,5 @@
-// The rules are tried in their order, and the first that holds decides. The mix of tests and the
-// order are part of the interface: "12a" holds "2a", so the rule for 12a never decides.
+// The rules are tried in this order, and the first match decides. The tests and the order are part
+// of the interface: "12a" contains "2a", so the rule for 12a never decides.
 #include "standards/layout_code.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ constexpr std::array<LayoutCodeRule, 22> kRules = {{
     {CodeTest::kContains, "16c", 35}, {CodeTest::kContains, "16f", 36},
 }};
 
-// In ASCII, whatever the locale.
+// In ASCII, regardless of the locale.
 constexpr char lowerCased(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }

@@ -1,5 +1,4 @@
-// The layout codes of EBU R 123, as AS-11 metadata declares them, and the items that they stand
-// for.
+// The layout codes of EBU R 123, as AS-11 metadata declares them, and their items.
 #pragma once
 
 #include <span>
@@ -9,7 +8,7 @@
 
 namespace kestrel {
 
-/// How a code is looked for in a text.
+/// How a text is tested for a code.
 enum class CodeTest {
   kContains,  // anywhere and in either case
   kEquals,    // as the whole text, in lower case
@@ -24,7 +23,7 @@ struct LayoutCodeRule {
 /// The rules in the order in which they are tried.
 std::span<const LayoutCodeRule> layoutCodeRules() noexcept;
 
-/// The item of the first rule that holds for a text; NO_SERVICE_MAP_ITEM when none does.
+/// The item of the first rule that a text meets; NO_SERVICE_MAP_ITEM if it meets none.
 ServiceMapItem itemOfLayoutCode(std::string_view text) noexcept;
 
 }  // namespace kestrel
