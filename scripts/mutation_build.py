@@ -52,6 +52,10 @@ class Plan:
         """(targets to build, programs to run) in turn, until one notices."""
         raise NotImplementedError
 
+    def is_limited(self, program, build):
+        """Whether the program may take no more memory than MEMORY."""
+        return True
+
 
 class LibraryPlan(Plan):
     name = "library"
@@ -84,16 +88,24 @@ class HostPlan(Plan):
     def targets(self, build):
         return self._parts(build) + (self._whole(build) if build.seen_outside else [])
 
+    def is_limited(self, program, build):
+        return not self._is_whole(program, build)  # a browser reserves more than there is
+
     def _parts(self, build):
-        return [p for p in build.programs(r"^tests/host/") if not build.needs(p, "|| host/kestrel")]
+        return [p for p in build.programs(r"^tests/host/") if not self._is_whole(p, build)]
 
     def _whole(self, build):
-        return [p for p in build.programs(r"^tests/host/") if build.needs(p, "|| host/kestrel")]
+        return [p for p in build.programs(r"^tests/host/") if self._is_whole(p, build)]
+
+    @staticmethod
+    def _is_whole(program, build):
+        """Whether it starts the program, or a browser for a page of it."""
+        return program.endswith("/host_page_test") or build.needs(program, "|| host/kestrel")
 
     def stages(self, file, build):
         if file not in self._stages:
             reaching = [p for p in self._parts(build) if build.holds(p, file)]
-            self._stages[file] = [(["host/libkestrel_host_parts.a"], [])]
+            self._stages[file] = [(["kestrel_host_parts"], [])]
             self._stages[file] += [([program], [program]) for program in reaching]
             if self.seen_outside.match(file):
                 whole = self._whole(build)
@@ -167,12 +179,13 @@ class Build:
 
     def holds(self, program, file):
         """Whether something of the unit is in the program; of a header that is not known."""
-        units = list(self._build.glob(f"**/{file}.o")) + list(
-            self._build.glob(f"{file.split('/')[0]}/CMakeFiles/*/{file.split('/', 1)[1]}.o"))
+        units = list((self._build / "host").rglob(f"{pathlib.Path(file).name}.o"))
         if not units:
             return True
-        defined = symbols_of(units[0])
-        return not defined or bool(defined & symbols_of(self._build / program))
+        exported = {name for kind, name in symbols_of(units[0]) if kind in "TDBR"}
+        # A hidden one is local in a program.
+        linked = {name for _, name in symbols_of(self._build / program)}
+        return not exported or bool(exported & linked)
 
     def order(self, file, programs):
         """What goes first: the build without a program, then what noticed most, then the quick."""
@@ -187,16 +200,18 @@ class Build:
 
     def _passes(self, program, limit):
         path = self._build / program
+        before = limited if self._plan.is_limited(program, self) else os.setsid
         if path.name != APART:
-            return self._passes_filter(path, self._plan.left_out, limit)
+            return self._passes_filter(path, self._plan.left_out, limit, before)
         listed = subprocess.run([str(path), "--gtest_list_tests"], capture_output=True, text=True)
         tests = [line.strip() for line in listed.stdout.splitlines() if line.startswith(" ")]
-        return bool(tests) and all(self._passes_filter(path, f"*.{test}", limit) for test in tests)
+        return bool(tests) and all(
+            self._passes_filter(path, f"*.{test}", limit, before) for test in tests)
 
-    def _passes_filter(self, path, tests, limit):
+    def _passes_filter(self, path, tests, limit, before):
         command = [str(path), f"--gtest_filter={tests}", "--gtest_fail_fast", "--gtest_brief=1"]
         process = subprocess.Popen(
-            command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=limited,
+            command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, preexec_fn=before,
             env=os.environ | {"KESTREL_TEST_ROUNDS": ROUNDS}, cwd=self._build)
         try:
             return process.wait(limit) == 0
@@ -231,10 +246,10 @@ class Build:
 
 
 def symbols_of(path):
-    """The names of functions and objects that a file defines, inline ones left out."""
+    """(kind, name) of what a file defines, by the letters of nm."""
     listed = subprocess.run(
         ["nm", "--defined-only", str(path)], capture_output=True, text=True).stdout
-    return {line.split()[-1] for line in listed.splitlines() if line.split()[-2] in "TDBR"}
+    return {tuple(line.split()[-2:]) for line in listed.splitlines() if len(line.split()) > 2}
 
 
 def limited():

@@ -1,6 +1,7 @@
 """The list of mutants that no test can notice, and the log of what came of the tried ones."""
 
 import json
+import pathlib
 import threading
 
 
@@ -10,7 +11,8 @@ class Equivalents:
       file ;; line as it stands ;; line of the mutant, or * for every change of the line ;; reason
 
     A line that stands in the file more than once is meant each time, or with `#2` before the reason
-    the second time only. Several lines are written as one.
+    the second time only. Several lines are written as one. A file of the host is named without its
+    room, since files are moved more often than renamed.
     """
 
     def __init__(self, text):
@@ -24,7 +26,7 @@ class Equivalents:
 
     def entry_of(self, mutant):
         """The entry that names a mutant, or None."""
-        file, before, change = mutant.parts()
+        file, before, change = named_parts(mutant)
         for entry in ((file, before, change), (file, before, "*")):
             for named in ((*entry, f"#{mutant.nth}"), entry):
                 if named in self._reasons:
@@ -35,13 +37,23 @@ class Equivalents:
         """The entries of these files that name no mutant, as text."""
         used = {self.entry_of(mutant) for mutant in mutants}
         for mutant in mutants:  # an entry for all changes may stand beside one for a single change
-            line = (*mutant.parts()[:2], "*")
+            line = (*named_parts(mutant)[:2], "*")
             used |= {line, (*line, f"#{mutant.nth}")}
         return [" ;; ".join(entry) for entry in self._reasons
-                if entry[0] in files and entry not in used]
+                if entry[0] in map(without_room, files) and entry not in used]
 
     def files(self):
         return {entry[0] for entry in self._reasons}
+
+
+def without_room(file):
+    """host/verdict.cc for host/judging/verdict.cc."""
+    return f"host/{pathlib.PurePath(file).name}" if file.startswith("host/") else file
+
+
+def named_parts(mutant):
+    file, before, change = mutant.parts()
+    return without_room(file), before, change
 
 
 class Log:

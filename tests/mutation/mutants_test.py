@@ -398,6 +398,14 @@ class Keys(unittest.TestCase):
             with self.subTest(line=line):
                 self.assertEqual(self.entries(line), (taken, stale))
 
+    def test_a_file_of_the_host_is_named_without_its_room(self):
+        listed = Equivalents("host/a.cc ;; f(); ;; ; ;; why")
+        for file, taken in (("host/a.cc", 2), ("host/room/a.cc", 2), ("room/a.cc", 0)):
+            with self.subTest(file=file):
+                found = list(mutants_of(file, self.text))
+                self.assertEqual(sum(listed.entry_of(m) is not None for m in found), taken)
+                self.assertEqual(listed.stale(found, {file}), [])
+
     def test_an_entry_that_says_nothing_is_refused(self):
         for line in ("a.cc ;; f(); ;; why", "a.cc ;; f(); ;; ; ;; twice ;; why"):
             with self.subTest(line=line), self.assertRaises(ValueError):

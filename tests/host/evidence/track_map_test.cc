@@ -32,6 +32,19 @@ TEST(TrackMapTest, eachChannelOfAPlainStreamIsATrack) {
   EXPECT_EQ(map.streams[0].tracks, (TrackNumbers{1, 2}));
 }
 
+TEST(TrackMapTest, whatIsNotKnownOfAFormatIsNone) {
+  for (const char* text : {"", "x", "-1"}) {
+    RawAudioStream raw = plainStream("1", 1);
+    raw.samplingRate = raw.bitDepth = text;
+    const ResultStream stream = trackMapOf(mediaOf({raw})).streams.front();
+    EXPECT_EQ(stream.sampleRate, 0) << text;
+    EXPECT_EQ(stream.bitDepth, 0) << text;
+  }
+  const ResultStream known = trackMapOf(mediaOf({plainStream("1", 1)})).streams.front();
+  EXPECT_EQ(known.sampleRate, 48000);
+  EXPECT_EQ(known.bitDepth, 24);
+}
+
 TEST(TrackMapTest, programmesShareTheirPair) {
   const TrackMap map = trackMapOf(monoTracks("- E -"));
   EXPECT_EQ(names(map), (Texts{"1", "2 / 3", "2 / 3", "4"}));

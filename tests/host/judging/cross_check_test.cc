@@ -86,6 +86,16 @@ TEST(CrossCheckTest, onlyTheTracksThatDifferAreNamed) {
             Texts{"expected-map-differs 11 12: Stereo on tracks 11 and 12 / Mono, Mono"});
 }
 
+TEST(CrossCheckTest, tracksThatOneOfTheMapsLeavesOverDiffer) {
+  InspectOptions options;
+  options.expectation = expectedLayout("T12=Stereo,EMCA,Stereo,EMCA,Stereo");
+  EXPECT_EQ(disagreements(declared("12d", "- - E - - E - - - -", options)),
+            Texts{"expected-map-differs 11 12: Stereo on tracks 11 and 12 / nothing"});
+  options.expectation = expectedLayout("T2=Stereo,Mono");
+  EXPECT_EQ(disagreements(declared("2a", "L R", options)),
+            Texts{"expected-map-differs 3: nothing on track 3 / Mono"});
+}
+
 TEST(CrossCheckTest, servicesBehindADashAreCompared) {
   InspectOptions options;
   options.expectation = expectedLayout("T8=5.1 Mix,-Stereo");

@@ -85,6 +85,51 @@ Candidate candidate(const RawMedia& media, const std::string& name) {
   return {};
 }
 
+// "id points" of each reason for a layout, in their order.
+std::vector<std::string> points(const RawMedia& media, const std::string& name) {
+  std::vector<std::string> texts;
+  for (const Reason& reason : candidate(media, name).reasons) {
+    texts.push_back(reason.id + " " + std::to_string(reason.points));
+  }
+  return texts;
+}
+
+TEST(IdentificationTest, eachReasonHasItsPoints) {
+  RawMedia twoFormats = mediaOf({plainStream("1", 6), plainStream("2", 2)});
+  twoFormats.audioStreams[1].bitDepth = "16";
+  const struct {
+    RawMedia media;
+    const char* layout;
+    std::vector<std::string> points;
+  } rows[] = {
+      {monoTracks("- -"), "2 Mono", {}},
+      {monoTracks("L R"), "Stereo", {"stereo-labels 2", "formats-agree 1"}},
+      {monoTracks("L C"), "Stereo", {"formats-agree 1", "no-stereo-labels -2"}},
+      {monoTracks("L R C LFE Ls Rs"),
+       "5.1 Mix",
+       {"full-51-set 6", "usual-order 2", "formats-agree 1"}},
+      {monoTracks("Rs Ls LFE C R L"), "5.1 Mix", {"full-51-set 6", "formats-agree 1"}},
+      {monoTracks("L R C LFE Ls -"), "5.1 Mix", {"formats-agree 1", "no-51-set -6"}},
+      {monoTracks("L R C LFE Ls Rs"), "6 Mono", {"51-set-on-monos -4"}},
+      {monoTracks("Rs Ls LFE C R L"), "6 Mono", {}},
+      {monoTracks("L R C LFE Ls Rs Lrs Rrs"), "7.1 Mix", {"full-71-set 10", "formats-agree 1"}},
+      {monoTracks("L R C LFE Ls Rs L R"), "7.1 Mix", {"formats-agree 1", "no-71-set -6"}},
+      {mediaOf({plainStream("1", 8)}), "7.1 Mix", {"whole-stream 8", "formats-agree 1"}},
+      {mediaOf({plainStream("1", 4), plainStream("2", 4)}),
+       "5.1 Mix + Stereo Downmix",
+       {"formats-agree 1", "cut-stream -3"}},
+      {twoFormats,
+       "5.1 Mix + Stereo Downmix",
+       {"whole-stream 6", "whole-stream 2", "format-changes 2", "formats-agree 1"}},
+      {monoTracks("- - E - - E - - - -"),
+       "2x Stereo/Dolby E Pairs + 2 Stereo (R123 12d)",
+       {"coded-pair 10", "coded-pair 10", "formats-agree 1"}},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(points(row.media, row.layout), row.points) << row.layout;
+  }
+}
+
 TEST(IdentificationTest, aServiceThatCutsAStreamCosts) {
   const RawMedia twoOfFour = mediaOf({plainStream("1", 4), plainStream("2", 4)});
   const struct {
