@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "api/service_map.h"
 #include "analyser/track_number_counter.h"
+#include "api/service_map.h"
 #include "tests/analyser/analyser_support.h"
 #include "tests/robustness/failing_memory.h"
 
