@@ -10,10 +10,6 @@ namespace kestrel {
 
 namespace {
 
-std::int32_t wrappingSum(std::int32_t a, std::int32_t b) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
-}
-
 bool numbersAscend(std::span<const FileStream> streams) {
   return std::ranges::adjacent_find(streams, std::ranges::greater_equal{},
                                     &FileStream::trackNumber) == streams.end();
@@ -69,15 +65,6 @@ FileTracks::FileTracks(FileStreams streams) : streams_(std::move(streams)) {
   joinGroups(streams_.list);
 }
 
-std::int32_t FileTracks::indexInGroup(TrackCursor at) const {
-  return wrappingSum(stream(at).firstIndexInGroup, at.offset);
-}
-
-TrackSlot FileTracks::slot(TrackCursor at) const {
-  const FileStream& own = stream(at);
-  return {own.trackNumber, own.group, own.sourceGroup, indexInGroup(at)};
-}
-
 SurroundLabel FileTracks::label(TrackCursor at) const {
   const LabelRange& labels = stream(at).labels;
   const std::int32_t index = indexInGroup(at);  // below 0 if it has wrapped
@@ -89,22 +76,6 @@ std::int64_t FileTracks::countFrom(TrackCursor at) const {
   std::int64_t count = 0;
   for (; !atEnd(at); at = nextStream(at)) count += restOfStream(at);
   return count;
-}
-
-std::int32_t FileTracks::passInStream(TrackCursor& at, std::int32_t count) const {
-  const std::int32_t rest = restOfStream(at);
-  if (count < rest) {
-    at.offset += count;
-    return count;
-  }
-  at = nextStream(at);
-  return rest;
-}
-
-std::int32_t FileTracks::pass(TrackCursor& at, std::int32_t count) const {
-  std::int32_t passed = 0;
-  while (passed < count && !atEnd(at)) passed += passInStream(at, count - passed);
-  return passed;
 }
 
 }  // namespace kestrel

@@ -18,6 +18,11 @@ struct TrackCursor {
   std::int32_t offset = 0;  // 0 .. channelCount - 1
 };
 
+/// In 32 bits, as an index in a group counts.
+constexpr std::int32_t wrappingSum(std::int32_t a, std::int32_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
 class FileTracks {
  public:
   /// Gives streams with the same track number what they share, keeps those that have tracks, and
@@ -31,7 +36,10 @@ class FileTracks {
   const FileStream& stream(TrackCursor at) const { return streams_.list[at.stream]; }
 
   /// What a result record says about a track.
-  TrackSlot slot(TrackCursor at) const;
+  TrackSlot slot(TrackCursor at) const {
+    const FileStream& own = stream(at);
+    return {own.trackNumber, own.group, own.sourceGroup, indexInGroup(at)};
+  }
 
   /// The label of a track; kNoLabel if it has none or if labels are not asked for.
   SurroundLabel label(TrackCursor at) const;
@@ -47,13 +55,27 @@ class FileTracks {
 
   /// Moves over the next `count` tracks of the cursor's stream, or over the rest of it if that is
   /// less, and returns the number of tracks passed.
-  std::int32_t passInStream(TrackCursor& at, std::int32_t count) const;
+  std::int32_t passInStream(TrackCursor& at, std::int32_t count) const {
+    const std::int32_t rest = restOfStream(at);
+    if (count >= rest) {
+      at = nextStream(at);
+      return rest;
+    }
+    at.offset += count;
+    return count;
+  }
 
   /// The same for the tracks of the file.
-  std::int32_t pass(TrackCursor& at, std::int32_t count) const;
+  std::int32_t pass(TrackCursor& at, std::int32_t count) const {
+    std::int32_t passed = 0;
+    while (passed < count && !atEnd(at)) passed += passInStream(at, count - passed);
+    return passed;
+  }
 
  private:
-  std::int32_t indexInGroup(TrackCursor at) const;
+  std::int32_t indexInGroup(TrackCursor at) const {
+    return wrappingSum(stream(at).firstIndexInGroup, at.offset);
+  }
 
   FileStreams streams_;
 };

@@ -58,9 +58,9 @@ constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStere
 
 // Whether an element has this name. If it has a leading "-", every "-" in it is skipped.
 bool isCalled(std::string_view element, std::string_view name) {
-  const bool passHyphens = isSilent(element);
+  if (!isSilent(element)) return element == name;
   for (const char c : element) {
-    if (passHyphens && c == '-') continue;
+    if (c == '-') continue;
     if (!name.starts_with(c)) return false;
     name.remove_prefix(1);
   }
