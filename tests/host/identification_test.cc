@@ -184,6 +184,18 @@ TEST(IdentificationTest, aChangeOfFormatMarksTheEndOfAService) {
   EXPECT_TRUE(hasReason(identified(media).front(), "format-changes"));
 }
 
+TEST(IdentificationTest, aChangeOfFormatIsLookedForBesideTheBorderAlone) {
+  RawMedia media = monoTracks("- - - - - - - - - - - - - - - -");
+  media.audioStreams[6].bitDepth = "16";
+  std::vector<TrackNumbers> changes;
+  for (const Reason& reason : candidate(media, "5.1 Mix + 2x Mono + Stereo + 6x Mono").reasons) {
+    if (reason.id == "format-changes") {
+      changes.push_back(reason.tracks);
+    }
+  }
+  EXPECT_EQ(changes, (std::vector<TrackNumbers>{{6, 7}}));
+}
+
 TEST(IdentificationTest, everyLayoutThatFitsIsNamed) {
   const std::vector<Candidate> candidates = identified(monoTracks("L R C LFE Ls Rs L R"));
   ASSERT_EQ(candidates.size(), 6u);
