@@ -205,25 +205,24 @@ constexpr std::int32_t rowOf(ServiceMapItem item) {
 
 // --- What must hold for them
 
-constexpr std::int32_t tracksFilledBy(const StreamTypeList& types) {
-  std::int32_t tracks = 0;
-  for (const StreamType type : types.view()) tracks += StreamTypeWidths.at(type);
-  return tracks;
+consteval bool everyItemFillsItsTracks() {
+  return std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
+    std::int32_t tracks = 0;
+    for (const StreamType type : layout.streamTypes.view()) tracks += StreamTypeWidths.at(type);
+    return tracks == layout.tracks;
+  });
 }
 
-constexpr bool isPrintableAscii(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~'; });
+consteval bool namesAreUniqueAscii() {
+  return std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
+    return std::ranges::all_of(layout.name, [](char c) { return c >= ' ' && c <= '~'; }) &&
+           std::ranges::count(kLayouts, layout.name, &LayoutRow::name) == 1;
+  });
 }
 
 static_assert(kMono == 0 && kDolbyE == kStreamTypes.size() - 1);
 static_assert(NO_SERVICE_MAP_ITEM == kLayouts.size());
-static_assert(std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
-  return tracksFilledBy(layout.streamTypes) == layout.tracks;
-}));
-static_assert(std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
-  return isPrintableAscii(layout.name) &&
-         std::ranges::count(kLayouts, layout.name, &LayoutRow::name) == 1;
-}));
+static_assert(everyItemFillsItsTracks() && namesAreUniqueAscii());
 // Rows are in ascending order of their tracks, offer a choice, and contain every item.
 static_assert(std::ranges::adjacent_find(ServiceMapRowTrackCounts, std::greater_equal()) ==
               ServiceMapRowTrackCounts.end());

@@ -11,22 +11,17 @@ namespace kestrel {
 
 namespace {
 
-constexpr InlineText joinedNames(std::span<const StreamType> types) {
-  InlineText text;
-  for (const StreamType type : types) {
-    if (text.size() > 0) text.append(",");
-    text.append(StreamTypeNames.at(type));
-  }
-  return text;
+consteval auto itemTexts() {
+  std::array<InlineText, kLayouts.size()> texts;
+  for (std::size_t item = 0; item < texts.size(); ++item)
+    for (const StreamType type : kLayouts[item].streamTypes.view()) {
+      if (texts[item].size() > 0) texts[item].append(",");
+      texts[item].append(StreamTypeNames.at(type));
+    }
+  return IdTable{texts};
 }
 
-constexpr auto kItemTexts = [] {
-  std::array<InlineText, kLayouts.size()> texts;
-  std::ranges::transform(kLayouts, texts.begin(), [](const LayoutRow& layout) {
-    return joinedNames(layout.streamTypes.view());
-  });
-  return IdTable{texts};
-}();
+constexpr auto kItemTexts = itemTexts();
 
 void appendOrdinal(InlineText& name, std::ptrdiff_t ordinal) {
   std::array<char, 3> text = {' '};

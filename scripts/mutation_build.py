@@ -8,6 +8,7 @@ header, and only the programs are linked that hold something of it.
 """
 
 import collections
+import fcntl
 import os
 import pathlib
 import re
@@ -127,6 +128,11 @@ class Build:
     def prepare(self):
         """Copies what has changed, builds it, and sees that every test passes."""
         self._tree.mkdir(parents=True, exist_ok=True)
+        self._lock = open(f"{self._tree}.lock", "w", encoding="utf-8")
+        try:
+            fcntl.flock(self._lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError as error:
+            raise Failure("another run is at work") from error
         listed = self._run("git", "ls-files", "-co", "--exclude-standard").splitlines()
         names = [name for name in listed if pathlib.Path(name).exists()]
         for name in names:

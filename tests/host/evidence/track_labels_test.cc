@@ -44,6 +44,7 @@ TEST(TrackLabelsTest, areTheFilesOwn) {
       {"L R C LFE Lb Rb", "", false, 5, 1, {"Lb"}},
       {"L R C LFE Lb Rb", "", false, 6, 1, {"Rb"}},
       {"L R C LFE Lb Rb", "", false, 7, 1, {}},
+      {"L R C LFE Lb Rb", "", false, -1, 1, {}},
       {"C", "", false, 5, 1, {"C"}},
       {"L R C LFE Ls Rs", "", false, 0, 1, {}},  // no part
       // A part of more channels than one has a label for each, or none.

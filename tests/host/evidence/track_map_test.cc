@@ -88,6 +88,14 @@ TEST(TrackMapTest, aSharedPairIsTheLastNumberToo) {
   }
 }
 
+TEST(TrackMapTest, aStreamWithAHyphenSharesNoPair) {
+  MappedMedia media = mapMedia(mediaOf({coded("1-1", 2), coded("2-1", 2)}));
+  for (AudioStreamInfo& info : media.streams) {
+    info.isPairShared = 1;
+  }
+  EXPECT_EQ(names(trackMap(media)), (Texts{"1", "1", "2", "2"}));
+}
+
 TEST(TrackMapTest, partsOfASplitTrackKeepTheReadersIds) {
   RawAudioStream first = plainStream("2001-1", 1);
   RawAudioStream second = plainStream("2001-2", 1);
@@ -103,6 +111,7 @@ TEST(TrackMapTest, tracksAreToldInWords) {
   EXPECT_EQ(tracksInWords({3, 4}), "tracks 3 and 4");
   EXPECT_EQ(tracksInWords({3, 4, 5}), "tracks 3 to 5");
   EXPECT_EQ(tracksInWords({3, 5, 6}), "tracks 3, 5 and 6");
+  EXPECT_EQ(tracksInWords({1, 3, 2, 4}), "tracks 1, 3, 2 and 4");
 }
 
 }  // namespace

@@ -86,6 +86,27 @@ TEST(CrossCheckTest, onlyTheTracksThatDifferAreNamed) {
             Texts{"expected-map-differs 11 12: Stereo on tracks 11 and 12 / Mono, Mono"});
 }
 
+TEST(CrossCheckTest, eachStretchThatDiffersIsNamedForItself) {
+  InspectOptions options;
+  options.expectation = expectedLayout("T12=Mono,Mono,EMCA,Stereo,EMCA,Stereo,Mono,Mono");
+  EXPECT_EQ(disagreements(declared("12d", "- - E - - E - - - -", options)),
+            (Texts{"expected-map-differs 1 2: Stereo on tracks 1 and 2 / Mono, Mono",
+                   "expected-map-differs 11 12: Stereo on tracks 11 and 12 / Mono, Mono"}));
+}
+
+// The library alone knows why such a file does not carry the code's services: nothing is said about
+// one of them.
+TEST(CrossCheckTest, anErrorOfNoServiceContradictsNothing) {
+  RawMedia media = monoTracks("- - E - - E - - - -");
+  media.declaredLayout = "EBU R 123: 12d";
+  for (RawAudioStream& stream : media.audioStreams) {
+    stream.channels = stream.format == "Dolby E" ? "0" : stream.channels;
+  }
+  const FileResult result = inspectMedia(media);
+  EXPECT_EQ(findingIds(result, Severity::kError), "services-not-carried");
+  EXPECT_EQ(disagreements(result), Texts{});
+}
+
 TEST(CrossCheckTest, tracksThatOneOfTheMapsLeavesOverDiffer) {
   InspectOptions options;
   options.expectation = expectedLayout("T12=Stereo,EMCA,Stereo,EMCA,Stereo");

@@ -85,6 +85,10 @@ TEST(ExpectationTest, anUnknownCodeNamesTheNearest) {
   EXPECT_EQ(refusal(expectedCode, "R123:12i"),
             "no layout is known for the code \"R123:12i\"; the nearest is \"12a\" (kestrel codes "
             "lists all)");
+  EXPECT_EQ(
+      refusal(expectedCode, "no code"),
+      "no layout is known for the code \"no code\"; the nearest is \"4c\" (kestrel codes lists "
+      "all)");
   EXPECT_EQ(refusal(expectedCode, "EBU R 48: 2a"),
             "\"EBU R 48: 2a\" is a code of EBU R 48, which is another vocabulary than that of EBU "
             "R 123 and is not looked up");

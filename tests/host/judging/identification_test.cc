@@ -95,8 +95,14 @@ std::vector<std::string> points(const RawMedia& media, const std::string& name) 
 }
 
 TEST(IdentificationTest, eachReasonHasItsPoints) {
-  RawMedia twoFormats = mediaOf({plainStream("1", 6), plainStream("2", 2)});
-  twoFormats.audioStreams[1].bitDepth = "16";
+  const RawMedia oneFormat = mediaOf({plainStream("1", 6), plainStream("2", 2)});
+  const auto with = [&](std::string RawAudioStream::*property, const char* value) {
+    RawMedia media = oneFormat;
+    media.audioStreams[1].*property = value;
+    return media;
+  };
+  const std::vector<std::string> change = {"whole-stream 6", "whole-stream 2", "format-changes 2",
+                                           "formats-agree 1"};
   const struct {
     RawMedia media;
     const char* layout;
@@ -118,9 +124,12 @@ TEST(IdentificationTest, eachReasonHasItsPoints) {
       {mediaOf({plainStream("1", 4), plainStream("2", 4)}),
        "5.1 Mix + Stereo Downmix",
        {"formats-agree 1", "cut-stream -3"}},
-      {twoFormats,
+      {oneFormat,
        "5.1 Mix + Stereo Downmix",
-       {"whole-stream 6", "whole-stream 2", "format-changes 2", "formats-agree 1"}},
+       {"whole-stream 6", "whole-stream 2", "formats-agree 1"}},
+      {with(&RawAudioStream::bitDepth, "16"), "5.1 Mix + Stereo Downmix", change},
+      {with(&RawAudioStream::samplingRate, "44100"), "5.1 Mix + Stereo Downmix", change},
+      {with(&RawAudioStream::format, "AAC"), "5.1 Mix + Stereo Downmix", change},
       {monoTracks("- - E - - E - - - -"),
        "2x Stereo/Dolby E Pairs + 2 Stereo (R123 12d)",
        {"coded-pair 10", "coded-pair 10", "formats-agree 1"}},
@@ -176,6 +185,18 @@ TEST(IdentificationTest, aChangeOfFormatMarksTheEndOfAService) {
   EXPECT_TRUE(hasReason(identified(media).front(), "format-changes"));
 }
 
+TEST(IdentificationTest, aChangeOfFormatIsLookedForBesideTheBorderAlone) {
+  RawMedia media = monoTracks("- - - - - - - - - - - - - - - -");
+  media.audioStreams[6].bitDepth = "16";
+  std::vector<TrackNumbers> changes;
+  for (const Reason& reason : candidate(media, "5.1 Mix + 2x Mono + Stereo + 6x Mono").reasons) {
+    if (reason.id == "format-changes") {
+      changes.push_back(reason.tracks);
+    }
+  }
+  EXPECT_EQ(changes, (std::vector<TrackNumbers>{{6, 7}}));
+}
+
 TEST(IdentificationTest, everyLayoutThatFitsIsNamed) {
   const std::vector<Candidate> candidates = identified(monoTracks("L R C LFE Ls Rs L R"));
   ASSERT_EQ(candidates.size(), 6u);
@@ -193,6 +214,19 @@ TEST(IdentificationTest, eachReasonNamesItsTracks) {
   EXPECT_EQ(top.reasons.front().sentence,
             "The 5.1 Mix on tracks 1 to 6 has a full set of 5.1 labels: L R C LFE Ls Rs.");
   EXPECT_EQ(top.reasons.front().tracks, trackRange(1, 6));
+}
+
+TEST(IdentificationTest, theProgrammesOfAPairAreCounted) {
+  RawMedia media = monoTracks("- - E - - E - - - -");
+  media.audioStreams.erase(media.audioStreams.begin() + 3);
+  const Candidate found = identified(media).front();
+  ASSERT_GE(found.reasons.size(), 2u);
+  EXPECT_EQ(
+      found.reasons[0].sentence,
+      "Coded audio (Dolby E, 1 programme) is on tracks 3 and 4, where the layout has Dolby E.");
+  EXPECT_EQ(
+      found.reasons[1].sentence,
+      "Coded audio (Dolby E, 2 programmes) is on tracks 7 and 8, where the layout has Dolby E.");
 }
 
 TEST(IdentificationTest, fourteenTracksHaveNoLayout) {

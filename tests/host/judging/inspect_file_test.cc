@@ -8,6 +8,7 @@
 #include "host/evidence/stream_mapping.h"
 #include "host/evidence/track_map.h"
 #include "host/judging/expectation.h"
+#include "host/judging/library_analysis.h"
 #include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {
@@ -90,6 +91,56 @@ TEST(InspectFileTest, neighboursOfUnequalFormatAreNamedWithTheirValues) {
             "sample-rates-differ bit-depths-differ formats-differ");
   EXPECT_EQ(result.verdict.exitCode, ExitCode::kDoesNotConform);
   EXPECT_FALSE(result.judgement.services[0].isHeld);
+}
+
+TEST(InspectFileTest, aServiceHasOneFindingForEachProperty) {
+  const auto withRates = [](RawMedia media) {
+    for (std::size_t index = 1; index < media.audioStreams.size(); index += 2) {
+      media.audioStreams[index].samplingRate = "44100";
+    }
+    return media;
+  };
+  const FileResult one =
+      inspectMedia(withRates(monoTracks("- - - - - -")), expecting("T6=5.1 Mix"));
+  EXPECT_EQ(findingIds(one, Severity::kError), "sample-rates-differ");
+  EXPECT_EQ(sentenceOf(one, "sample-rates-differ"),
+            "The 5.1 Mix on tracks 1 to 6 joins different sampling rates: 48000 Hz on tracks 1, 3 "
+            "and 5, 44100 Hz on tracks 2, 4 and 6.");
+  const FileResult two =
+      inspectMedia(withRates(monoTracks("- - - -")), expecting("T4=Stereo,Stereo"));
+  EXPECT_EQ(tracksOfFinding(two, "sample-rates-differ"),
+            "sample-rates-differ 1 2; sample-rates-differ 3 4");
+}
+
+TEST(InspectFileTest, allFormatsOfCodedAudioAreNamed) {
+  RawMedia media = monoTracks("E E - -");
+  media.audioStreams[2].format = media.audioStreams[3].format = "AC-3";
+  EXPECT_EQ(sentenceOf(inspectMedia(media, expecting("T6=5.1 Mix")), "coded-pair-unexpected"),
+            "A plain 5.1 Mix is expected on tracks 1 to 6, but coded audio (Dolby E, AC-3) is on "
+            "tracks 1 to 4.");
+}
+
+TEST(InspectFileTest, withoutAnOrderAnyIsRight) {
+  InspectOptions options = expecting("T6=5.1 Mix");
+  options.surroundChannelOrder = "";
+  EXPECT_EQ(findingIds(inspectMedia(monoTracks("L C R Ls Rs LFE"), options), Severity::kWarning),
+            "");
+}
+
+TEST(InspectFileTest, whatTheLibraryRefusesIsSaid) {
+  InspectOptions options = expecting("T6=5.1 Mix");
+  options.surroundChannelOrder = "\xff";
+  const FileResult result = inspectMedia(monoTracks("L C R Ls Rs LFE"), options);
+  ASSERT_TRUE(result.error);
+  EXPECT_EQ(result.error->id, "failed");
+  EXPECT_EQ(result.error->sentence, "the library's answer: text is not UTF-8");
+}
+
+TEST(InspectFileTest, anEmptyDescriptionHasNoTotals) {
+  const LibraryStreams streams(mapMedia(monoTracks("- -")).streams);
+  EXPECT_TRUE(LibraryAnalysis(streams, "", {}).describedTotals().empty());
+  EXPECT_EQ(LibraryAnalysis(streams, "T8=5.1 Mix,Stereo;T4=Stereo", {}).describedTotals(),
+            (std::vector<std::int32_t>{8, 4}));
 }
 
 TEST(InspectFileTest, oddLabelsAreWarnings) {
@@ -262,6 +313,21 @@ class FailingReader : public MediaReader {
     throw std::runtime_error("something");
   }
 };
+
+class QuickReader : public MediaReader {
+ public:
+  ReadMedia read(const std::filesystem::path& /*file*/) const override {
+    return {monoTracks("L R"), "libmediainfo-quick", "only a quick look was possible"};
+  }
+};
+
+TEST(InspectFileTest, aQuickLookIsAWarning) {
+  InspectOptions options;
+  options.reader = std::make_shared<QuickReader>();
+  const FileResult result = inspectFile("any", options);
+  EXPECT_EQ(findingIds(result, Severity::kWarning), "quick-read");
+  EXPECT_EQ(sentenceOf(result, "quick-read"), "only a quick look was possible");
+}
 
 TEST(InspectFileTest, nothingIsRaisedForAFile) {
   InspectOptions options;
