@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "analyser/surround_labels.h"
 #include "api/service_map_result.h"
@@ -16,17 +17,12 @@ static_assert(KESTREL_KEY2_DIFFERS == KESTREL_KEY1_DIFFERS + 1);
 static_assert(KESTREL_KEY3_DIFFERS == KESTREL_KEY1_DIFFERS + 2);
 
 constexpr std::int32_t kNone = -1;
-constexpr std::int32_t kFirstRemark = 100;
 
 class Diagnosis {
  public:
   Diagnosis(const AudioServiceMapManager& analyser, const CheckedRequest& request,
             std::pmr::memory_resource* memory)
-      : analyser_(analyser),
-        tracks_(analyser.fileTracks()),
-        request_(request),
-        errors_(memory),
-        remarks_(memory) {
+      : analyser_(analyser), tracks_(analyser.fileTracks()), request_(request) {
     SurroundLabels labels(memory);
     appendLabels(request.surroundChannelOrder, labels);
     hostsOrder_ = checkSurroundLabels(labels);
@@ -37,7 +33,7 @@ class Diagnosis {
   void explainServices(Outcome outcome);
   void explainRest();
 
-  std::vector<KestrelFinding> findings() const;
+  std::vector<KestrelFinding> takeFindings() { return std::move(findings_); }
 
  private:
   KestrelFinding& add(std::int32_t code, const ExpectedService* service);
@@ -54,22 +50,12 @@ class Diagnosis {
   const FileTracks& tracks_;
   const CheckedRequest& request_;
   std::optional<SurroundOrder> hostsOrder_;  // if it has all six labels
-  // Each in the order of the services.
-  std::pmr::vector<KestrelFinding> errors_;
-  std::pmr::vector<KestrelFinding> remarks_;
+  std::vector<KestrelFinding> findings_;
 };
-
-std::vector<KestrelFinding> Diagnosis::findings() const {
-  std::vector<KestrelFinding> all;
-  all.reserve(errors_.size() + remarks_.size());
-  all.insert(all.end(), errors_.begin(), errors_.end());
-  all.insert(all.end(), remarks_.begin(), remarks_.end());
-  return all;
-}
 
 // The finding is on no service if that is nullptr.
 KestrelFinding& Diagnosis::add(std::int32_t code, const ExpectedService* service) {
-  KestrelFinding& finding = (code < kFirstRemark ? errors_ : remarks_).emplace_back();
+  KestrelFinding& finding = findings_.emplace_back();
   finding.code = code;
   finding.service = service == nullptr ? kNone : service->index;
   finding.slot = finding.stream = kNone;
@@ -208,11 +194,12 @@ std::vector<KestrelFinding> diagnose(const AudioServiceMapManager& analyser, Out
                                      const CheckedRequest& request,
                                      std::pmr::memory_resource* memory) {
   Diagnosis diagnosis(analyser, request, memory);
+  // Errors first, each part in the order of the services.
   if (outcome == Outcome::kUntouched) diagnosis.explainUntouched();
   diagnosis.explainDisagreements();
   diagnosis.explainServices(outcome);
   if (outcome != Outcome::kUntouched) diagnosis.explainRest();
-  return diagnosis.findings();
+  return diagnosis.takeFindings();
 }
 
 }  // namespace kestrel

@@ -83,7 +83,7 @@ std::optional<std::int64_t> GroupMatcher::matchChannels(const R123GroupRequireme
   std::int64_t lacking = StreamTypeWidths.at(static_cast<StreamType>(group.streamType));
   ServiceMapResult record;
   record.trackCount = static_cast<std::int32_t>(lacking);
-  record.reported = group.report != 0 ? 1 : 0;
+  record.reported = 1;  // a group that is not to be reported leaves no record
   std::size_t slotsUsed = 0;
   std::int64_t consumed = 0;
   while (lacking > 0) {

@@ -131,6 +131,17 @@ TEST(Labels, EveryTrackHasTheNumberAndTheIndexOfItsStream) {
         {"track 15"}}});
 }
 
+TEST(Labels, OutOfOrderAreToldOnTheFirstTrackThatDiffers) {
+  Streams streams;
+  const char* const labels[] = {"L", "R", "C", "Rs", "Ls", "LFE"};
+  for (const char* const id : {"11", "12", "13", "14", "15", "16"})
+    streams.push_back(stream(id, 1, labels[streams.size()]));
+  expectDiagnosis(
+      {"T6=5.1 Mix", streams}, KESTREL_FILLED,
+      {{{.code = KESTREL_LABELS_REORDERED, .service = 0, .slot = 3, .stream = 3, .track = 14},
+        {"track 14"}}});
+}
+
 TEST(Labels, AreReadOffTheFirstStreamWithTheTrackNumber) {
   expectDiagnosis({"T6=5.1 Mix", {stream("7", 0, kSixLabels), stream("7", 6)}}, KESTREL_FILLED, {});
 }
