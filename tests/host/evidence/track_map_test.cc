@@ -36,11 +36,11 @@ TEST(TrackMapTest, whatIsNotKnownOfAFormatIsNone) {
   for (const char* text : {"", "x", "-1"}) {
     RawAudioStream raw = plainStream("1", 1);
     raw.samplingRate = raw.bitDepth = text;
-    const ResultStream stream = trackMapOf(mediaOf({raw})).streams.front();
+    const AudioStream stream = trackMapOf(mediaOf({raw})).streams.front();
     EXPECT_EQ(stream.sampleRate, 0) << text;
     EXPECT_EQ(stream.bitDepth, 0) << text;
   }
-  const ResultStream known = trackMapOf(mediaOf({plainStream("1", 1)})).streams.front();
+  const AudioStream known = trackMapOf(mediaOf({plainStream("1", 1)})).streams.front();
   EXPECT_EQ(known.sampleRate, 48000);
   EXPECT_EQ(known.bitDepth, 24);
 }
