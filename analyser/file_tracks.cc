@@ -37,6 +37,10 @@ void linkSameNumbers(std::span<FileStream> streams) {
   std::ranges::sort(streams, {}, &FileStream::index);
 }
 
+bool continuesPair(const FileStream& stream, const FileStream& last) {
+  return stream.trackNumber == last.trackNumber && stream.group != last.group;
+}
+
 // A pair-coded stream may continue the group of the track before it. Only its first track needs a
 // decision: if that track joins, the others follow it; if not, all keep their own group.
 void joinGroups(std::span<FileStream> streams) {
@@ -45,12 +49,12 @@ void joinGroups(std::span<FileStream> streams) {
   for (FileStream& stream : streams) {
     const FileStream* const last = std::exchange(before, &stream);
     if (stream.isPairCoded != 1) continue;
-    const bool starts = last == nullptr || stream.sharesPair;
-    const bool joins =
-        last != nullptr && (stream.sharesPair ? sharedPairStarted
-                                              : stream.trackNumber == last->trackNumber &&
-                                                    stream.group != last->group);
-    if (starts) sharedPairStarted = true;
+    if (last == nullptr) {
+      sharedPairStarted = true;
+      continue;
+    }
+    const bool joins = stream.sharesPair ? sharedPairStarted : continuesPair(stream, *last);
+    if (stream.sharesPair) sharedPairStarted = true;
     if (!joins) continue;
     stream.group = last->group;
     stream.firstIndexInGroup = wrappingSum(last->firstIndexInGroup, last->channelCount);

@@ -51,7 +51,7 @@ struct ServiceName {
   StreamType service;
 };
 
-constexpr ServiceName named(StreamType type) { return {StreamTypeNames.at(type), type}; }
+consteval ServiceName named(StreamType type) { return {StreamTypeNames.at(type), type}; }
 
 constexpr std::array<ServiceName, 5> kServiceNames = {named(kMono), named(kStereo), named(k51Mix),
                                                       named(k71Mix), ServiceName{"EMCA", kEmca}};

@@ -226,7 +226,9 @@ static_assert(everyItemFillsItsTracks() && namesAreUniqueAscii());
 // Rows are in ascending order of their tracks, offer a choice, and contain every item.
 static_assert(std::ranges::adjacent_find(ServiceMapRowTrackCounts, std::greater_equal()) ==
               ServiceMapRowTrackCounts.end());
-static_assert(std::ranges::all_of(ServiceMapRows, [](auto items) { return items.size() > 1; }));
+static_assert(std::ranges::all_of(ServiceMapRows, [](std::span<const ServiceMapItem> items) {
+  return items.size() > 1;
+}));
 static_assert(std::ranges::is_sorted(kLayouts, {}, &LayoutRow::tracks));
 static_assert(std::ranges::all_of(kLayouts, [](const LayoutRow& layout) {
   return std::ranges::find(ServiceMapRowTrackCounts, layout.tracks) !=
