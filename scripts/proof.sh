@@ -78,6 +78,7 @@ prove "mutation of what judges a file, a sample" \
   scripts/mutation.sh "${judging[@]}" --sample 24 --jobs "$jobs"
 prove "mutation of the rest of the host, a sample" \
   scripts/mutation.sh "${others[@]}" --sample 24 --at-least 90 --jobs "$jobs"
+prove "includes of the library" scripts/check-includes.sh
 prove "valgrind" scripts/valgrind.sh
 prove "a Slurm cluster of one node" scripts/try-slurm.sh
 prove "two ssh hosts" scripts/try-ssh.sh
