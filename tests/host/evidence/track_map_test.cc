@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "host/evidence/stream_mapping.h"
-#include "host/judging/library_analysis.h"
 #include "tests/host/support/synthetic_media.h"
 
 namespace kestrel::host {

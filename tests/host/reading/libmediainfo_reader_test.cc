@@ -8,7 +8,6 @@
 #include <csignal>
 #include <thread>
 
-#include "host/judging/expectation.h"
 #include "host/reading/media_facts.h"
 #include "host/reading/reader_process.h"
 #include "tests/host/support/mapping_as_text.h"
