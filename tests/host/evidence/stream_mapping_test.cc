@@ -90,6 +90,21 @@ TEST(StreamMappingTest, besideOtherTracksPartsKeepTheirTracksNumber) {
             (Texts{"101 [] 1x48000/24", "102 / 103-1 [] 6x48000/24 pair", "2 [] 2x48000/24"}));
 }
 
+TEST(StreamMappingTest, aPartTakesTheLabelOfItsChannel) {
+  const auto part = [](const std::string& id) {
+    RawAudioStream raw = stream(id, "Multiple");
+    raw.channelLayout = "L R C LFE Ls Rs";
+    return raw;
+  };
+  EXPECT_EQ(mapped(file("MPEG-4", {part("1-1"), part("1-6"), part("1-7"), part("1-0")})),
+            (Texts{"1 [L] 1x48000/24", "6 [Rs] 1x48000/24", "7 [] 1x48000/24", "0 [] 1x48000/24"}));
+  // The parts of a Wave file are numbered without a track.
+  EXPECT_EQ(mapped(file("Wave", {part("1"), part("3")})),
+            (Texts{"1 [L] 1x48000/24", "3 [C] 1x48000/24"}));
+  EXPECT_EQ(mapped(file("MXF", {part("1"), part("3")})),
+            (Texts{"1 [] 1x48000/24", "3 [] 1x48000/24"}));
+}
+
 TEST(StreamMappingTest, onlySplitTracksAreRenumbered) {
   EXPECT_EQ(mapped(file("MPEG-PS", {stream("189-128"), stream("189-129")})),
             (Texts{"189-128 [] 1x48000/24", "189-129 [] 1x48000/24"}));
