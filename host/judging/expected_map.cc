@@ -82,6 +82,7 @@ class MapCheck {
     } else {
       findUnequalFormats();
       findLabels();
+      findEnds();
     }
     findLeftOver();
     fillServices();
@@ -131,6 +132,13 @@ class MapCheck {
     add("too-few-tracks", Severity::kError, index, service.tracks,
         fmt::format("The {} needs {}, but the file ends with track {}.", service.name,
                     tracksInWords(service.tracks), last));
+  }
+
+  // The library counts the tracks of some odd files otherwise; no service may lie past the end.
+  void findEnds() {
+    for (std::size_t index = 0; index < result_.services.size(); ++index) {
+      checkEnd(index);
+    }
   }
 
   void findUnequalFormats() {

@@ -64,6 +64,22 @@ TEST(InspectFileTest, anErrorKeepsTheFileFromConforming) {
   }
 }
 
+// All coded streams of such a file share one pair, and the library gives that the tracks between
+// them too. So it fills services that lie past the end of the file's tracks.
+TEST(InspectFileTest, aServicePastTheEndIsAnErrorWhateverTheLibrarySays) {
+  RawAudioStream first = plainStream("1", 2);
+  first.muxingMode = "SMPTE ST 337";
+  RawAudioStream second = first;
+  second.id = "3";
+  RawMedia media = mediaOf({first, plainStream("2", 2), second});
+  media.container = "Wave";
+  const FileResult result = inspectMedia(media, expecting("T4=EMCA,Stereo,EMCA"));
+  EXPECT_EQ(result.verdict.result, VerdictResult::kDoesNotConform);
+  EXPECT_EQ(findingIds(result, Severity::kError), "too-few-tracks");
+  EXPECT_EQ(sentenceOf(result, "too-few-tracks"),
+            "The EMCA needs tracks 5 and 6, but the file ends with track 4.");
+}
+
 // The track map gives a coded stream its pair, the library counts the channels that it is said to
 // have. Then the library alone knows why.
 TEST(InspectFileTest, anErrorIsNeverWithoutAWord) {
