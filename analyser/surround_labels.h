@@ -16,7 +16,7 @@ inline constexpr std::array<std::string_view, 6> kSurroundLabels = {"L",   "R", 
                                                                     "LFE", "Ls", "Rs"};
 
 /// An index into kSurroundLabels, or one of the two values below.
-using SurroundLabel = std::int8_t;
+using SurroundLabel = std::int16_t;
 inline constexpr SurroundLabel kNoLabel = -1;
 inline constexpr SurroundLabel kOtherLabel = -2;  // a label, but none of a 5.1 mix
 

@@ -37,10 +37,10 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
   const auto records = streamSpan(streams, streamCount);
   const AudioServiceMapManager manager(
       viewOf(layoutDescription), readStreams(records, false, memory.resource()), false, false);
-  const R123Configurations EbuR123Configurations;  // always empty: no function adds to it
+  const R123Configurations configurations;  // always empty: no function adds to it
   std::int32_t decided = *item;
   std::vector<ServiceMapResult> found =
-      evaluateEbuR123(records, (allowTwoTrackStreams & 0xFF) != 0, EbuR123Configurations, decided);
+      evaluateEbuR123(records, (allowTwoTrackStreams & 0xFF) != 0, configurations, decided);
   *item = decided;
   if (decided == NO_SERVICE_MAP_ITEM) return;
   *resultCount = static_cast<std::int32_t>(found.size());
