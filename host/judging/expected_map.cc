@@ -125,13 +125,16 @@ class MapCheck {
 
   void checkEnd(std::size_t index) {
     const ResultService& service = result_.services[index];
-    const std::int32_t last = trackTotal(map_);
-    if (service.tracks.empty() || service.tracks.back() <= last) {
+    if (isInside(service)) {
       return;
     }
     add("too-few-tracks", Severity::kError, index, service.tracks,
         fmt::format("The {} needs {}, but the file ends with track {}.", service.name,
-                    tracksInWords(service.tracks), last));
+                    tracksInWords(service.tracks), trackTotal(map_)));
+  }
+
+  bool isInside(const ResultService& service) const {
+    return service.tracks.empty() || service.tracks.back() <= trackTotal(map_);
   }
 
   // The library counts the tracks of some odd files otherwise; no service may lie past the end.
@@ -162,10 +165,10 @@ class MapCheck {
 
   void findLabels() {
     for (std::size_t index = 0; index < result_.services.size(); ++index) {
-      if (options_.checkLabels && result_.services[index].name == "5.1 Mix") {
-        std::ranges::move(
-            labelFindings(result_.services[index], index, map_, options_.surroundChannelOrder),
-            std::back_inserter(result_.findings));
+      const ResultService& service = result_.services[index];
+      if (options_.checkLabels && service.name == "5.1 Mix" && isInside(service)) {
+        std::ranges::move(labelFindings(service, index, map_, options_.surroundChannelOrder),
+                          std::back_inserter(result_.findings));
       }
     }
   }

@@ -78,6 +78,13 @@ TEST(InspectFileTest, aServicePastTheEndIsAnErrorWhateverTheLibrarySays) {
   EXPECT_EQ(findingIds(result, Severity::kError), "too-few-tracks");
   EXPECT_EQ(sentenceOf(result, "too-few-tracks"),
             "The EMCA needs tracks 5 and 6, but the file ends with track 4.");
+
+  media = mediaOf({first, plainStream("2", 2), second, plainStream("4", 6)});
+  media.container = "Wave";
+  const FileResult labelled = inspectMedia(media, expecting("T10=EMCA,Stereo,EMCA,5.1 Mix"));
+  EXPECT_EQ(labelled.verdict.result, VerdictResult::kDoesNotConform);
+  EXPECT_EQ(sentenceOf(labelled, "too-few-tracks"),
+            "The 5.1 Mix needs tracks 7 to 12, but the file ends with track 10.");
 }
 
 // The track map gives a coded stream its pair, the library counts the channels that it is said to
