@@ -11,7 +11,7 @@ namespace {
 bool passPairCoded(const FileTracks& tracks, TrackCursor& at) {
   if (tracks.atEnd(at) || tracks.stream(at).isPairCoded == 0) return false;
   if (tracks.stream(at).isPairCoded != 1) {
-    tracks.pass(at, 1);
+    tracks.passInStream(at, 1);
     return true;
   }
   const std::int32_t group = tracks.stream(at).group;
@@ -35,7 +35,7 @@ std::optional<SurroundOrder> readLabels(const FileTracks& tracks, TrackCursor at
   for (SurroundLabel& label : labels) {
     if (tracks.atEnd(at)) return std::nullopt;
     label = tracks.label(at);
-    tracks.pass(at, 1);
+    tracks.passInStream(at, 1);
   }
   return checkSurroundLabels(labels);
 }
@@ -146,9 +146,9 @@ Disagreements findDisagreements(std::span<const PlacedService> placed, const Fil
 void fillSlots(const PlacedService& placed, const FileTracks& tracks,
                std::span<TrackSlot, kSlotCount> slots) {
   TrackCursor at = placed.first;
-  for (std::int32_t slot = 0; slot < placed.found; ++slot) {
-    slots[static_cast<std::size_t>(slot)] = tracks.slot(at);
-    tracks.pass(at, 1);
+  for (TrackSlot& slot : slots.first(static_cast<std::size_t>(placed.found))) {
+    slot = tracks.slot(at);
+    tracks.passInStream(at, 1);
   }
 }
 

@@ -11,14 +11,14 @@ namespace kestrel {
 
 namespace {
 
-void readService(const LayoutElement& element, bool reportAll, ExpectedService& service) {
-  const bool silent = isSilent(element.text);
-  service.element = element.text;
-  service.trackCount = tracksOf(element.service);
-  service.streamType = element.service;
+void readService(std::string_view element, bool reportAll, ExpectedService& service) {
+  const bool silent = isSilent(element);
+  service.element = element;
+  service.streamType = serviceNamed(element);
+  service.trackCount = tracksOf(service.streamType);
   service.reported = reportAll || !silent;
   service.requested = reportAll && !silent;
-  service.isEmca = element.service == kEmca;
+  service.isEmca = service.streamType == kEmca;
 }
 
 std::uint32_t tracksNeeded(const ExpectedService& service) {
@@ -26,9 +26,7 @@ std::uint32_t tracksNeeded(const ExpectedService& service) {
 }
 
 // Takes all numbers of a call in one step, so that they are consecutive.
-void numberTracks(std::span<ExpectedService> services) {
-  std::uint32_t total = 0;
-  for (const ExpectedService& service : services) total += tracksNeeded(service);
+void numberTracks(std::span<ExpectedService> services, std::uint32_t total) {
   std::int32_t next = takeTrackNumbers(total);
   for (ExpectedService& service : services) {
     service.firstTrack = next;
@@ -43,12 +41,14 @@ ExpectedServices readExpectedServices(std::string_view serviceList, bool reportA
   ExpectedServices services(memory);
   const auto commas = static_cast<std::size_t>(std::ranges::count(serviceList, ','));
   services.reserve(commas + 1);
-  while (const auto element = takeElement(serviceList)) {
+  std::uint32_t tracks = 0;
+  while (!serviceList.empty()) {
     ExpectedService& service = services.emplace_back();
     service.index = static_cast<std::int32_t>(services.size() - 1);
-    readService(*element, reportAll, service);
+    readService(takeElement(serviceList), reportAll, service);
+    tracks += tracksNeeded(service);
   }
-  numberTracks(services);
+  numberTracks(services, tracks);
   return services;
 }
 

@@ -38,7 +38,9 @@ struct FileStream {
 };
 
 struct FileStreams {
-  explicit FileStreams(std::pmr::memory_resource* memory) : list(memory), labels(memory) {}
+  explicit FileStreams(std::pmr::memory_resource* memory) : list(memory), labels(memory) {
+    labels.reserve(16);  // as many as most files have
+  }
 
   /// Appends a stream with these labels, narrow or wide; the caller fills the rest. Raises
   /// std::bad_alloc.

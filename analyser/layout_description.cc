@@ -11,7 +11,6 @@
 // character is read a bounded number of times and the scanner uses a constant amount of stack.
 #include "analyser/layout_description.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -67,12 +66,6 @@ bool isCalled(std::string_view element, std::string_view name) {
   return name.empty();
 }
 
-StreamType serviceCalled(std::string_view element) {
-  for (const ServiceName& known : kServiceNames)
-    if (isCalled(element, known.name)) return known.service;
-  return kUnknown;
-}
-
 }  // namespace
 
 std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept {
@@ -97,11 +90,10 @@ std::string_view findServiceList(std::string_view description, std::uint32_t tra
   return {};
 }
 
-std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept {
-  if (serviceList.empty()) return std::nullopt;
-  const std::string_view element = serviceList.substr(0, serviceList.find(','));
-  serviceList.remove_prefix(std::min(element.size() + 1, serviceList.size()));
-  return LayoutElement{element, serviceCalled(element)};
+StreamType serviceNamed(std::string_view element) noexcept {
+  for (const ServiceName& known : kServiceNames)
+    if (isCalled(element, known.name)) return known.service;
+  return kUnknown;
 }
 
 std::int32_t tracksOf(StreamType service) noexcept {

@@ -2,6 +2,7 @@
 // total.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -23,17 +24,18 @@ std::optional<LayoutEntry> takeEntry(std::string_view& text) noexcept;
 /// The service list of the first entry for a track total; empty if there is no such entry.
 std::string_view findServiceList(std::string_view description, std::uint32_t trackTotal) noexcept;
 
-/// One element of a service list.
-struct LayoutElement {
-  std::string_view text;
-  StreamType service = kUnknown;  // what it names: kMono to k71Mix, kEmca, or kUnknown; if it has
-                                  // a leading "-", every "-" in it is skipped
-};
+/// Removes the next element, and the comma after it, from the start of a service list, and returns
+/// the element. The list must not be empty. A final comma adds no element, two adjacent commas
+/// enclose an empty one, and blanks are not trimmed.
+inline std::string_view takeElement(std::string_view& serviceList) noexcept {
+  const std::string_view element = serviceList.substr(0, serviceList.find(','));
+  serviceList.remove_prefix(std::min(element.size() + 1, serviceList.size()));
+  return element;
+}
 
-/// Removes the next element from the start of a service list and returns it; nothing at the end of
-/// the list. A final comma adds no element, two adjacent commas enclose an empty one, and blanks
-/// are not trimmed.
-std::optional<LayoutElement> takeElement(std::string_view& serviceList) noexcept;
+/// The service that an element names: kMono to k71Mix, kEmca, or kUnknown. If the element has a
+/// leading "-", every "-" in it is skipped.
+StreamType serviceNamed(std::string_view element) noexcept;
 
 /// Whether an element has a leading "-", so that its service is not to be reported.
 constexpr bool isSilent(std::string_view element) { return element.starts_with('-'); }

@@ -1,6 +1,7 @@
 #include "analyser/surround_labels.h"
 
 #include <algorithm>
+#include <bitset>
 
 namespace kestrel {
 
@@ -15,12 +16,11 @@ SurroundLabel labelNamed(std::basic_string_view<Char> token) {
 
 template <class Char>
 void appendTokens(std::basic_string_view<Char> text, SurroundLabels& labels) {
-  constexpr Char kBlank = ' ';
-  std::size_t begin = text.find_first_not_of(kBlank);
-  while (begin < text.size()) {
-    const std::size_t end = std::min(text.find(kBlank, begin), text.size());
-    labels.push_back(labelNamed(text.substr(begin, end - begin)));
-    begin = text.find_first_not_of(kBlank, end);
+  while (!text.empty()) {
+    const auto end = std::ranges::find(text, Char{' '});
+    const auto length = static_cast<std::size_t>(end - text.begin());
+    if (length > 0) labels.push_back(labelNamed(text.substr(0, length)));
+    text.remove_prefix(std::min(length + 1, text.size()));
   }
 }
 
@@ -34,8 +34,10 @@ std::optional<SurroundOrder> checkSurroundLabels(std::span<const SurroundLabel> 
   SurroundOrder order{};
   if (labels.size() != order.size()) return std::nullopt;
   std::ranges::copy(labels, order.begin());
-  for (std::size_t i = 0; i < kSurroundLabels.size(); ++i)
-    if (std::ranges::count(order, static_cast<SurroundLabel>(i)) != 1) return std::nullopt;
+  std::bitset<kSurroundLabels.size()> found;
+  for (const SurroundLabel label : order)
+    if (label >= 0) found.set(static_cast<std::size_t>(label));
+  if (!found.all()) return std::nullopt;
   return order;
 }
 

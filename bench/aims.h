@@ -9,7 +9,7 @@ namespace kestrel::bench {
 
 /// A benchmark's figures.
 struct Figures {
-  double time = 0;  // nanoseconds; the median of the repetitions if there are several
+  double time = 0;  // nanoseconds; the least of the repetitions, which other programs disturb least
   double allocations = 0;
 };
 

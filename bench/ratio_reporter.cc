@@ -1,5 +1,6 @@
 #include "bench/ratio_reporter.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string_view>
 
@@ -18,13 +19,16 @@ std::string oneDecimal(double value) {
 }  // namespace
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
-  ConsoleReporter::ReportRuns(runs);
+  if (runs.front().run_type == Run::RT_Aggregate || runs.size() == 1)
+    ConsoleReporter::ReportRuns(runs);
   for (const Run& run : runs) {
-    if (run.run_type == Run::RT_Aggregate && run.aggregate_name != "median") continue;
+    if (run.run_type == Run::RT_Aggregate) continue;
     const std::string name = run.run_name.function_name;
-    if (!figures_.contains(name)) order_.push_back(name);
-    Figures& figures = figures_[name];
-    figures.time = run.GetAdjustedCPUTime();
+    const auto [entry, isNew] = figures_.try_emplace(name);
+    if (isNew) order_.push_back(name);
+    Figures& figures = entry->second;
+    const double time = run.GetAdjustedCPUTime();
+    figures.time = isNew ? time : std::min(figures.time, time);
     const auto counter = [&](const char* named) {
       const auto found = run.counters.find(named);
       return found == run.counters.end() ? 0 : found->second.value;

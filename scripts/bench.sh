@@ -8,7 +8,8 @@ cd "$(dirname "$0")/.."
 scripts/setup.sh bench
 cmake --preset bench >/dev/null
 cmake --build --preset bench | { grep -vE '^\[[0-9]+/[0-9]+\]|no work to do' || true; }
-build/bench/bench/kestrel_bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true "$@"
+build/bench/bench/kestrel_bench --benchmark_repetitions=15 --benchmark_min_time=0.1 \
+  --benchmark_enable_random_interleaving=true "$@"
 echo
 build/bench/bench/kestrel_load_bench
 echo

@@ -74,7 +74,7 @@ TEST(FindServiceList, TakesTheFirstEntryOfTheTotal) {
 
 std::vector<std::string> elementsOf(std::string_view list) {
   std::vector<std::string> elements;
-  while (const auto element = takeElement(list)) elements.emplace_back(element->text);
+  while (!list.empty()) elements.emplace_back(takeElement(list));
   return elements;
 }
 
@@ -128,12 +128,9 @@ TEST(TakeElement, KnowsFiveNames) {
       {"Stereo T", kUnknown, -1, false},
   };
   for (const auto& row : rows) {
-    const std::string list = row.element + ",";
-    std::string_view rest = list;
-    const auto element = takeElement(rest);
-    ASSERT_TRUE(element) << row.element;
-    EXPECT_EQ(element->service, row.type) << row.element;
-    EXPECT_EQ(tracksOf(element->service), row.tracks) << row.element;
+    const StreamType service = serviceNamed(row.element);
+    EXPECT_EQ(service, row.type) << row.element;
+    EXPECT_EQ(tracksOf(service), row.tracks) << row.element;
     EXPECT_EQ(isSilent(row.element), row.silent) << row.element;
   }
 }
