@@ -48,7 +48,11 @@ endfunction()
 
 function(kestrel_install_host)
   kestrel_way(${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_LIBDIR} way_to_library)
-  set_target_properties(kestrel_host PROPERTIES INSTALL_RPATH $ORIGIN:$ORIGIN/${way_to_library})
+  # The way in the build tree ("..") is in the installed program too: where the two differ, CMake ends
+  # the program's run path with a colon, and an empty entry stands for the current folder.
+  set_target_properties(kestrel_host PROPERTIES
+    INSTALL_RPATH $ORIGIN:$ORIGIN/${way_to_library}:$ORIGIN/..
+    BUILD_WITH_INSTALL_RPATH ON)
   install(TARGETS kestrel_host DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT host)
   if(WIN32)
     return()

@@ -49,6 +49,9 @@ class DebianPackages(unittest.TestCase):
         self.assertEqual(self.use.inspect(package_support.LAYOUT), 0)
         self.assertEqual(self.use.inspect(package_support.OTHER_LAYOUT), 1)
 
+    def test_its_binaries_are_protected(self):
+        self.use.check_protection()
+
     def test_a_host_is_built_against_it(self):
         shown = self.use.run_service_map(WORK)
         self.assertEqual(shown, package_support.SERVICE_MAP_SHOWN)

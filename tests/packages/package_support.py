@@ -4,11 +4,13 @@ import os
 import pathlib
 import shlex
 import subprocess
+import sys
 
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 MEDIA = SOURCE / "tests/media/mxf_8mono_mca.mxf"
 LAYOUT = "T8=5.1 Mix,Stereo"
 OTHER_LAYOUT = "T8=Stereo,5.1 Mix,EMCA"
+BINARIES = SOURCE / "tests/structure/check_binaries.py"
 SERVICE_MAP = SOURCE / "tests/consumers/service_map.c"
 SERVICE_MAP_SHOWN = (SOURCE / "bindings/python/example.out").read_text()
 
@@ -50,6 +52,12 @@ class Use:
         """The exit code of looking at a media file, or on Windows at what is said of it."""
         media = [MEDIA] if not self.media_json else ["--streams-from", self.media_json]
         return self.kestrel("inspect", *media, "--layout", layout).returncode
+
+    def check_protection(self):
+        """Raises unless the program and the library are protected as those of the build tree."""
+        library = next(self.prefix.glob("lib/**/libkestrel-dll64.so"))
+        output(sys.executable, "-B", BINARIES, "--shipped", self.prefix / "bin/kestrel",
+               "--shipped", library)
 
     def build_service_map(self, program):
         """Compiles a host by the package's pkg-config file alone."""

@@ -10,8 +10,9 @@ import subprocess
 import sys
 
 ALLOWED_ELF = re.compile(r"lib(stdc\+\+|gcc_s|m|c|asan|ubsan|tsan)\.so|ld-linux")
+# advapi32 has the random numbers of the checked stacks.
 ALLOWED_PE = re.compile(
-    r"(libstdc\+\+-6|libgcc_s_seh-1|libwinpthread-1|kernel32|msvcrt|api-ms-win-crt-\S+)\.dll", re.I)
+    r"(libstdc\+\+-6|libgcc_s_seh-1|libwinpthread-1|kernel32|advapi32|msvcrt|api-ms-win-crt-\S+)\.dll", re.I)
 # What stands in .data and .bss: the state, and what the compiler puts there.
 WRITABLE = re.compile(r"\S*(trackNumberCounter|streamTypeSymbol)\S*|DW\.ref\.\S+|"
                       r"completed\.0|__dso_handle|__TMC_END__")
