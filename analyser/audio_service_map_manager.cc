@@ -15,11 +15,9 @@ constexpr std::array<TrackSlot, kSlotCount> kUnusedSlots{};
 }  // namespace
 
 AudioServiceMapManager::AudioServiceMapManager(std::string_view layoutDescription,
-                                               FileStreams streams, bool reportAll,
-                                               bool surroundCheck)
+                                               FileStreams streams, bool reportAll)
     : memory_(streams.list.get_allocator().resource()),
       hasStreams_(!streams.list.empty()),
-      surroundCheck_(surroundCheck),
       fileTrackCount_(countFileTracks(streams.list)),
       expectedServices_(readExpectedServices(findServiceList(layoutDescription, fileTrackCount_),
                                              reportAll, memory_)),
@@ -31,7 +29,7 @@ Outcome AudioServiceMapManager::detectServices() {
   if (!hasStreams_ || expectedServices_.empty()) return Outcome::kUntouched;
   misalignment_ = findMisalignment(expectedServices_, fileTracks_);
   if (misalignment_) return Outcome::kUntouched;
-  placement_ = placeServices(expectedServices_, fileTracks_, surroundCheck_, memory_);
+  placement_ = placeServices(expectedServices_, fileTracks_, memory_);
   disagreements_ = findDisagreements(placement_.services, fileTracks_, memory_);
   return disagreements_.empty() ? Outcome::kFilled : Outcome::kEmptied;
 }

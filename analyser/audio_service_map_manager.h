@@ -31,8 +31,7 @@ class AudioServiceMapManager {
  public:
   /// Does not copy the description, which must outlive the object. So must the memory resource of
   /// the streams, which the object uses as well. Raises std::bad_alloc.
-  AudioServiceMapManager(std::string_view layoutDescription, FileStreams streams, bool reportAll,
-                         bool surroundCheck);
+  AudioServiceMapManager(std::string_view layoutDescription, FileStreams streams, bool reportAll);
 
   /// Called once. Raises std::bad_alloc.
   Outcome detectServices();
@@ -54,7 +53,6 @@ class AudioServiceMapManager {
  private:
   std::pmr::memory_resource* memory_;
   bool hasStreams_;
-  bool surroundCheck_;
   std::uint32_t fileTrackCount_;
   ExpectedServices expectedServices_;
   FileTracks fileTracks_;

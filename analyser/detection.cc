@@ -54,16 +54,14 @@ void dropUnreported(Placement& placement) {
   if (!placement.services.back().service->reported) placement.services.pop_back();
 }
 
-void placeOrdinary(const ExpectedService& service, const FileTracks& tracks, bool surroundCheck,
-                   Placement& placement) {
+void placeOrdinary(const ExpectedService& service, const FileTracks& tracks, Placement& placement) {
   PlacedService& placed = begin(service, placement);
   if (service.streamType == k51Mix) {
-    if (surroundCheck) placed.labels = readLabels(tracks, placed.first);
+    placed.labels = readLabels(tracks, placed.first);
     placed.takesHostsOrder = !placed.labels;
   }
   placed.trackCount = service.trackCount;
   placed.found = tracks.pass(placement.end, service.trackCount);
-  placed.given = placed.found;
   dropUnreported(placement);
 }
 
@@ -110,14 +108,14 @@ std::optional<Misalignment> findMisalignment(std::span<const ExpectedService> se
 }
 
 Placement placeServices(std::span<const ExpectedService> services, const FileTracks& tracks,
-                        bool surroundCheck, std::pmr::memory_resource* memory) {
+                        std::pmr::memory_resource* memory) {
   Placement placement{PlacedServices(memory), {}};
   placement.services.reserve(services.size());
   for (const ExpectedService& service : services) {
     if (service.isEmca) {
       placePair(service, tracks, placement);
     } else {
-      placeOrdinary(service, tracks, surroundCheck, placement);
+      placeOrdinary(service, tracks, placement);
     }
   }
   return placement;
@@ -133,7 +131,8 @@ Disagreements findDisagreements(std::span<const PlacedService> placed, const Fil
     TrackCursor right = service.first;
     for (std::int32_t slot = 0; slot < service.found;) {
       const TrackCursor left = right;
-      slot += tracks.passInStream(right, service.found - slot);
+      slot += tracks.restOfStream(right);
+      right = FileTracks::nextStream(right);
       if (slot < service.found && tracks.stream(left).formatKeys != tracks.stream(right).formatKeys)
         found.push_back({service.service, slot, left, right});
     }

@@ -28,7 +28,7 @@ struct PlacedService {
   const ExpectedService* service = nullptr;
   std::int32_t trackCount = 0;  // as reported: at most 32; -1 for a service of unknown name
   std::int32_t found = 0;       // tracks that fill slots, at most trackCount
-  std::int64_t given = 0;       // tracks given; a long pair-coded run has more than there are slots
+  std::int64_t given = 0;       // of a pair-coded service: tracks given, which may be more
   TrackCursor first;            // the first of them
   // A 5.1 Mix takes the labels of its tracks if these are a full set, else the host's order.
   std::optional<SurroundOrder> labels;
@@ -59,9 +59,9 @@ struct Placement {
 };
 
 /// Gives the services their tracks, in order. A service that gets too few keeps its trackCount.
-/// With surroundCheck, reads the labels of 5.1 mixes from the tracks. Raises std::bad_alloc.
+/// Reads the labels of 5.1 mixes from the tracks, if the streams have any. Raises std::bad_alloc.
 Placement placeServices(std::span<const ExpectedService> services, const FileTracks& tracks,
-                        bool surroundCheck, std::pmr::memory_resource* memory);
+                        std::pmr::memory_resource* memory);
 
 /// All disagreements, in the order of the services and their tracks. Pair-coded services have none.
 /// Raises std::bad_alloc.

@@ -18,7 +18,7 @@ std::int32_t getServiceMap(const char* layoutDescription, const wchar_t* surroun
   AudioServiceMapManager manager(
       viewOf(layoutDescription),
       readStreams(streamSpan(streams, streamCount), surroundCheck != 0, memory.resource()),
-      reportAll != 0, surroundCheck != 0);
+      reportAll != 0);
   const Outcome outcome = manager.detectServices();
   if (outcome == Outcome::kUntouched) return 0;
   const bool filled = outcome == Outcome::kFilled;

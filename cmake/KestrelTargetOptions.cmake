@@ -1,13 +1,10 @@
-# Warnings, language level, hardening and sanitizers, as properties of one target at a time.
-include(KestrelHardening)
-
+# Warnings, language level and sanitizers, as properties of one target at a time.
 function(kestrel_target_options target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  kestrel_harden(${target})
   if(MSVC)
     target_compile_options(${target} PRIVATE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
     return()

@@ -55,7 +55,7 @@ KestrelAnalysis* makeAnalysis(const KestrelRequest& request) {
   kept->surroundChannelOrder = checked.surroundChannelOrder;
   checked.layoutDescription = kept->layoutDescription;  // elements point into it
   AudioServiceMapManager analyser(checked.layoutDescription, std::move(checked.streams),
-                                  checked.reportAll, checked.surroundCheck);
+                                  checked.reportAll);
   const Outcome outcome = analyser.detectServices();
   kept->trackTotal = analyser.fileTrackCount();
   kept->outcome = static_cast<std::int32_t>(outcome);

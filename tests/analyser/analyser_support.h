@@ -15,8 +15,7 @@ struct Analyser {
   explicit Analyser(const std::vector<AudioStreamInfo>& streams, std::string text = "",
                     bool reportAll = false, bool surroundCheck = false)
       : description(std::move(text)),
-        manager(description, readStreams(streams, surroundCheck, memory.resource()), reportAll,
-                surroundCheck) {}
+        manager(description, readStreams(streams, surroundCheck, memory.resource()), reportAll) {}
 
   const FileTracks& tracks() const { return manager.fileTracks(); }
 

@@ -89,7 +89,7 @@ TEST(Construction, WithoutStreamsOnlyTheEntryForZeroIsTaken) {
     CallMemory memory;
     const AudioServiceMapManager manager(
         "T2=Stereo;T00=Mono",
-        readStreams(streamSpan(&stream, streamCount), false, memory.resource()), false, false);
+        readStreams(streamSpan(&stream, streamCount), false, memory.resource()), false);
     EXPECT_FALSE(manager.hasStreams());
     EXPECT_EQ(manager.fileTrackCount(), 0u);
     ASSERT_EQ(manager.expectedServices().size(), 1u);
