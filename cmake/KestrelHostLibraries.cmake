@@ -25,6 +25,7 @@ find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(libmediainfo REQUIRED IMPORTED_TARGET libmediainfo)
 pkg_check_modules(libuv REQUIRED IMPORTED_TARGET libuv)
+pkg_check_modules(libseccomp REQUIRED IMPORTED_TARGET libseccomp)
 
 # libmediainfo.pc names directories of its own build (GLib's) that need not be there.
 get_target_property(directories PkgConfig::libmediainfo INTERFACE_INCLUDE_DIRECTORIES)
@@ -39,4 +40,4 @@ set_target_properties(PkgConfig::libmediainfo PROPERTIES
 
 target_link_libraries(kestrel_host_libraries INTERFACE
   CLI11::CLI11 fmt::fmt nlohmann_json::nlohmann_json PkgConfig::libmediainfo PkgConfig::libuv
-  Threads::Threads)
+  PkgConfig::libseccomp Threads::Threads)

@@ -27,8 +27,8 @@ int main(int argc, char** argv) {
   using namespace kestrel::host;
   const std::vector<std::string> arguments = programArguments(argc, argv);
 #if !defined(_WIN32)
-  if (isReaderCommand(arguments)) {
-    runReaderProcess();
+  if (const auto limits = readerCommandIn(arguments)) {
+    runReaderProcess(*limits);
   }
 #endif
   prepareStandardStreams();

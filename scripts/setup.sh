@@ -5,7 +5,7 @@
 set -euo pipefail
 
 for_demo=(g++ cmake ninja-build pkg-config python3 libmediainfo-dev libcli11-dev libfmt-dev
-  nlohmann-json3-dev libuv1-dev libkainjow-mustache-dev)
+  nlohmann-json3-dev libuv1-dev libseccomp-dev libkainjow-mustache-dev)
 for_test=("${for_demo[@]}" libgtest-dev googletest clang-format-14 clang-16 clang-tidy-16
   g++-mingw-w64-x86-64-posix python3-pip python3-venv
   wine wine64 ffmpeg mediainfo python3-jsonschema binutils chromium zsh mandoc man-db

@@ -35,8 +35,8 @@ void getServiceMapEbuR123(const char* layoutDescription, std::uint32_t allowTwoT
   // The services are not used, but they take their track numbers from the process-wide counter.
   CallMemory memory;
   const auto records = streamSpan(streams, streamCount);
-  const AudioServiceMapManager manager(
-      viewOf(layoutDescription), readStreams(records, false, memory.resource()), false);
+  const AudioServiceMapManager manager(viewOf(layoutDescription),
+                                       readStreams(records, false, memory.resource()), false);
   const R123Configurations configurations;  // always empty: no function adds to it
   std::int32_t decided = *item;
   std::vector<ServiceMapResult> found =

@@ -1,5 +1,7 @@
 #include "host/commands/command_line.h"
 
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <array>
 #include <sstream>
@@ -8,6 +10,7 @@
 #include "host/basics/output.h"
 #include "host/basics/text_parts.h"
 #include "host/basics/usage_error.h"
+#include "host/reading/media_reader.h"
 
 namespace kestrel::host {
 namespace {
@@ -27,6 +30,17 @@ constexpr std::array kCommands = {AddCommand{addInspect}, AddCommand{addCatalogu
                                   AddCommand{addCodes},   AddCommand{addExplain},
                                   AddCommand{addScan},    AddCommand{addReport}};
 
+// What the reader of media files cannot be shut off by, in a second line.
+std::string versionText() {
+  const std::vector<std::string> missing = missingReaderWalls();
+  std::string text = std::string("kestrel ") + KESTREL_VERSION;
+  if (!missing.empty()) {
+    text += fmt::format("\nThis system cannot isolate the reader fully: it has no {}.",
+                        fmt::join(missing, " and no "));
+  }
+  return text;
+}
+
 // Help and version come as "errors" of exit code 0.
 std::string answerOrRaise(const CLI::App& app, const CLI::ParseError& error) {
   if (error.get_exit_code() != 0) {
@@ -43,7 +57,7 @@ CommandRun parseCommandLine(const std::vector<std::string>& arguments) {
   CLI::App app("Knows and checks which audio services a media file carries on its tracks.",
                "kestrel");
   CommandRun run;
-  app.set_version_flag("--version", std::string("kestrel ") + KESTREL_VERSION);
+  app.set_version_flag("--version", versionText());
   app.require_subcommand(1);
   app.footer(kProgramFooter);
   for (const AddCommand add : kCommands) {

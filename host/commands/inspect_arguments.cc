@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 #include <array>
+#include <cstdint>
 
 #include "host/basics/file_names.h"
 #include "host/basics/usage_error.h"
@@ -54,6 +55,14 @@ std::optional<Expectation> readExpectation(const InspectArguments& arguments) {
   return expectation;
 }
 
+void requireWalls() {
+  const std::vector<std::string> missing = missingReaderWalls();
+  if (!missing.empty()) {
+    throw UsageError(
+        fmt::format("--require-isolation: this system has no {}", fmt::join(missing, " and no ")));
+  }
+}
+
 }  // namespace
 
 void addInspectOptions(CLI::App& command, InspectArguments& arguments) {
@@ -71,6 +80,11 @@ void addInspectOptions(CLI::App& command, InspectArguments& arguments) {
   command.add_option("--timeout", arguments.timeout, "Seconds for reading one file")
       ->check(CLI::Range(1, 86400))
       ->capture_default_str();
+  command.add_option("--memory-limit", arguments.memoryLimit, "MiB of memory for reading one file")
+      ->check(CLI::Range(128, 1048576))
+      ->capture_default_str();
+  command.add_flag("--require-isolation", arguments.requiresIsolation,
+                   "Read no file if the system cannot shut its reader off from the machine");
 }
 
 InspectOptions inspectOptions(const InspectArguments& arguments) {
@@ -84,7 +98,11 @@ InspectOptions inspectOptions(const InspectArguments& arguments) {
   options.reportAll = arguments.reportAll;
   options.isStrict = arguments.isStrict;
   options.timeLimit = std::chrono::seconds(arguments.timeout);
-  options.reader = platformReader(options.timeLimit);
+  if (arguments.requiresIsolation) {
+    requireWalls();
+  }
+  options.reader =
+      platformReader({options.timeLimit, static_cast<std::uint64_t>(arguments.memoryLimit) << 20});
   return options;
 }
 

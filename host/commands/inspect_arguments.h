@@ -22,7 +22,9 @@ struct InspectArguments {
   bool skipLabels = false;
   bool reportAll = false;
   bool isStrict = false;
-  int timeout = 30;  ///< seconds
+  int timeout = 30;        ///< seconds
+  int memoryLimit = 1024;  ///< MiB
+  bool requiresIsolation = false;
 };
 
 /// The arguments must live as long as the command.

@@ -17,7 +17,7 @@ _kestrel_value() {
     --code) _kestrel_words "$(kestrel codes 2>/dev/null | awk 'NR > 1 { print $1 }')" "$2" ;;
     --item) _kestrel_words "$(kestrel catalogue 2>/dev/null | awk 'NR > 1 { print $1 }')" "$2" ;;
     --format) _kestrel_words "$3" "$2" ;;
-    --layout | --order | --timeout | --jobs) COMPREPLY=() ;;
+    --layout | --order | --timeout | --memory-limit | --jobs) COMPREPLY=() ;;
     *) return 1 ;;
   esac
 }
@@ -26,7 +26,7 @@ _kestrel() {
   local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
   local command=${COMP_WORDS[1]} expected own formats='text json'
   expected='--layout --layout-file --item --code --order --no-label-check --report-all --strict
-    --timeout'
+    --timeout --memory-limit --require-isolation'
   case $command in
     inspect) own="--streams-from --format -o --output $expected" formats+=' html' ;;
     scan) own="--files-from -0 --null -o --output --resume --jobs -q --quiet $expected" ;;

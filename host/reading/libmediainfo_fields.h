@@ -2,10 +2,9 @@
 // for ever on a file, or break down, so each file has a process of its own (reader_process.h).
 #pragma once
 
-#include <filesystem>
-#include <optional>
 #include <string>
 
+#include "host/reading/input_file.h"
 #include "host/reading/media_facts.h"
 
 namespace kestrel::host {
@@ -15,8 +14,8 @@ void prepareLibmediainfo();
 
 /// @param parseSpeed  0 (fast, finds less) to 1, as libmediainfo takes it; empty: its default.
 ///                    It holds for the whole process from then on
-/// @return nothing when libmediainfo cannot open the file
-std::optional<RawMedia> readFieldsWithLibmediainfo(const std::filesystem::path& file,
-                                                   const std::string& parseSpeed);
+/// Raises NotExamined when the file cannot be read or has its sound in other files. No other file
+/// is opened if the process has been isolated (isolation.h).
+RawMedia readFieldsWithLibmediainfo(const InputFile& file, const std::string& parseSpeed);
 
 }  // namespace kestrel::host

@@ -3,9 +3,8 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
-#include <fstream>
+#include <csignal>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 #include "host/reading/media_facts.h"
@@ -14,6 +13,8 @@
 
 namespace kestrel::host {
 namespace {
+
+using namespace std::chrono_literals;
 
 // At any lower speed than the default, Dolby E on two mono tracks is not found, so the default
 // comes first.
@@ -34,8 +35,8 @@ RawMedia rawMediaOf(const ReaderAnswer& answer) {
   if (answer.isSignalled) {
     failBySignal(answer.code);
   }
-  if (answer.code == kReaderCannotOpen) {
-    throw NotExamined("not-opened", "cannot be opened by libmediainfo");
+  if (answer.code == kReaderOverMemory) {
+    throw NotExamined("memory-limit", "takes more memory than the limit (--memory-limit)");
   }
   if (answer.code != 0) {
     failByCode(answer.code);
@@ -62,38 +63,15 @@ ReadMedia checked(RawMedia raw, const char* reader, std::string quickReason) {
   return {std::move(raw), reader, std::move(quickReason)};
 }
 
-namespace fs = std::filesystem;
-
-[[noreturn]] void rejectMissing(const fs::path& file) {
-  std::error_code ignored;
-  const bool isLink = fs::is_symlink(fs::symlink_status(file, ignored));
-  if (isLink) {
-    throw NotExamined("dangling-link", "a link to a file that does not exist");
-  }
-  throw NotExamined("no-such-file", "no such file");
-}
-
-void checkType(const fs::path& file) {
-  std::error_code error;
-  switch (fs::status(file, error).type()) {
-    case fs::file_type::regular:
-      return;
-    case fs::file_type::not_found:
-      rejectMissing(file);
-    case fs::file_type::directory:
-      throw NotExamined("directory", "a directory, not a file");
-    case fs::file_type::none:
-    case fs::file_type::unknown:
-      throw NotExamined("unreachable", "cannot be reached: " + error.message());
-    default:
-      throw NotExamined("not-a-regular-file", "a pipe or a device, not a regular file");
-  }
+// A process that only reckons reaches the limit of its own time soon after that of the reading.
+ProcessLimits processLimits(const ReadingLimits& limits) {
+  return {limits.memory, std::chrono::ceil<std::chrono::seconds>(limits.time) + 1s};
 }
 
 }  // namespace
 
-LibmediainfoReader::LibmediainfoReader(std::string program, std::chrono::milliseconds timeLimit)
-    : program_(std::move(program)), timeLimit_(timeLimit) {}
+LibmediainfoReader::LibmediainfoReader(std::string program, const ReadingLimits& limits)
+    : program_(std::move(program)), limits_(limits) {}
 
 std::unique_ptr<ChildProcess> LibmediainfoReader::idleChild() const {
   const std::lock_guard lock(mutex_);
@@ -116,7 +94,7 @@ ChildOutcome LibmediainfoReader::ask(const ChildRequest& request) const {
     outcome = child->ask(request);
   }
   if (!outcome || hasEndedByItself(*outcome)) {
-    std::vector<std::string> words = readerArguments();
+    std::vector<std::string> words = readerArguments(processLimits(limits_));
     words.insert(words.begin(), program_);
     child = std::make_unique<ChildProcess>(words);
     outcome = child->ask(request);
@@ -132,23 +110,26 @@ ChildOutcome LibmediainfoReader::ask(const ChildRequest& request) const {
 std::optional<RawMedia> LibmediainfoReader::tryReading(const std::filesystem::path& file,
                                                        const char* parseSpeed) const {
   const auto isWhole = [](std::string_view text) { return answerIn(text).has_value(); };
-  const ChildOutcome outcome =
-      ask({textOf(ReaderRequest{parseSpeed, file.string()}), timeLimit_, kLongestAnswer, isWhole});
+  const ChildOutcome outcome = ask(
+      {textOf(ReaderRequest{parseSpeed, file.string()}), limits_.time, kLongestAnswer, isWhole});
   if (outcome.end == ChildEnd::kOverTime) {
     return std::nullopt;
   }
   if (outcome.end != ChildEnd::kAnswered) {
     failByEnd(outcome);
   }
-  return rawMediaOf(*answerIn(outcome.output));
+  const ReaderAnswer answer = *answerIn(outcome.output);
+  if (answer.isSignalled && answer.code == SIGXCPU) {
+    return std::nullopt;
+  }
+  return rawMediaOf(answer);
 }
 
 ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) const {
-  checkInputFile(file);
   if (auto raw = tryReading(file, kDefaultSpeed)) {
     return checked(*std::move(raw), "libmediainfo", {});
   }
-  const std::chrono::duration<double> limit = timeLimit_;
+  const std::chrono::duration<double> limit = limits_.time;
   if (auto raw = tryReading(file, kQuickSpeed)) {
     return checked(*std::move(raw), "libmediainfo-quick",
                    fmt::format("libmediainfo did not return within {}; the file was read in its "
@@ -160,21 +141,12 @@ ReadMedia LibmediainfoReader::read(const std::filesystem::path& file) const {
       fmt::format("libmediainfo did not return within the time limit of {}, twice", limit));
 }
 
-void checkInputFile(const fs::path& file) {
-  checkType(file);
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream) {
-    throw NotExamined("no-permission", "cannot be opened for reading");
-  }
-  if (stream.peek() == std::ifstream::traits_type::eof()) {
-    throw NotExamined("empty", "empty, or cannot be read");
-  }
-}
-
-std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds timeLimit) {
+std::shared_ptr<const MediaReader> platformReader(const ReadingLimits& limits) {
   // The program itself, whatever name it was started by.
   constexpr char kOwnProgram[] = "/proc/self/exe";
-  return std::make_shared<LibmediainfoReader>(kOwnProgram, timeLimit);
+  return std::make_shared<LibmediainfoReader>(kOwnProgram, limits);
 }
+
+std::vector<std::string> missingReaderWalls() { return missingWalls(); }
 
 }  // namespace kestrel::host

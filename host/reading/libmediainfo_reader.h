@@ -3,7 +3,6 @@
 // has not is ended, and the next file gets a new one.
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <mutex>
@@ -18,9 +17,9 @@ namespace kestrel::host {
 
 class LibmediainfoReader : public MediaReader {
  public:
-  /// @param program    the program that is started as the reader process: the host's own
-  /// @param timeLimit  of one try; a file that takes longer gets a second, quicker try
-  LibmediainfoReader(std::string program, std::chrono::milliseconds timeLimit);
+  /// @param program  the program that is started as the reader process: the host's own
+  /// @param limits   of one try; a file that takes longer gets a second, quicker try
+  LibmediainfoReader(std::string program, const ReadingLimits& limits);
 
   ReadMedia read(const std::filesystem::path& file) const override;
 
@@ -31,14 +30,9 @@ class LibmediainfoReader : public MediaReader {
                                      const char* parseSpeed) const;
 
   std::string program_;
-  std::chrono::milliseconds timeLimit_;
+  ReadingLimits limits_;
   mutable std::mutex mutex_;
   mutable std::vector<std::unique_ptr<ChildProcess>> idle_;  ///< at most one for each thread
 };
-
-/// The look at a file before the reader touches it, so that the usual mistakes get a plain answer
-/// and no pipe or device is ever read. Raises NotExamined unless the path leads to a regular,
-/// readable, non-empty file.
-void checkInputFile(const std::filesystem::path& file);
 
 }  // namespace kestrel::host

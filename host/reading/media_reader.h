@@ -3,8 +3,11 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "host/reading/media_facts.h"
 
@@ -22,8 +25,18 @@ class MediaReader {
   virtual ReadMedia read(const std::filesystem::path& file) const = 0;
 };
 
+/// What a reader may use for one file.
+struct ReadingLimits {
+  std::chrono::milliseconds time{30'000};
+  std::uint64_t memory = std::uint64_t{1} << 30;  ///< in bytes
+};
+
 /// The reader of media files that this platform has. Null where there is none: then the streams of
 /// a file come from elsewhere.
-std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds timeLimit);
+std::shared_ptr<const MediaReader> platformReader(const ReadingLimits& limits);
+
+/// The walls between a file and this machine that the system cannot raise: "landlock", "seccomp".
+/// Empty too where there is no reader.
+std::vector<std::string> missingReaderWalls();
 
 }  // namespace kestrel::host

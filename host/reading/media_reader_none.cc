@@ -2,8 +2,10 @@
 
 namespace kestrel::host {
 
-std::shared_ptr<const MediaReader> platformReader(std::chrono::milliseconds /*timeLimit*/) {
+std::shared_ptr<const MediaReader> platformReader(const ReadingLimits& /*limits*/) {
   return nullptr;
 }
+
+std::vector<std::string> missingReaderWalls() { return {}; }
 
 }  // namespace kestrel::host

@@ -14,11 +14,14 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
 
+#include "host/basics/text_parts.h"
+#include "host/reading/input_file.h"
 #include "host/reading/libmediainfo_fields.h"
 #include "host/reading/reader_protocol.h"
 
@@ -61,23 +64,31 @@ void endWithParent(pid_t parent) {
   }
 }
 
-int writeFields(const ReaderRequest& request) {
-  const auto media = readFieldsWithLibmediainfo(request.file, request.parseSpeed);
-  if (!media) {
-    return kReaderCannotOpen;
+// Not by an exception: libmediainfo might take it for the end of the file.
+void endOverMemory() { ::_exit(kReaderOverMemory); }
+
+// The file is opened here, within its time limit, and is all that is left to the process then.
+std::string answerOf(const ReaderRequest& request, const ProcessLimits& limits) {
+  try {
+    const InputFile file(request.file);
+    isolateProcess(limits, file.descriptor());
+    return rawMediaToJson(readFieldsWithLibmediainfo(file, request.parseSpeed));
+  } catch (const NotExamined& reason) {
+    return reasonToJson(reason);
   }
-  writeAll(STDOUT_FILENO, rawMediaToJson(*media));
-  return EXIT_SUCCESS;
 }
 
 // The end of the process runs nothing on its way out: libmediainfo's own clean-up is of no use.
-[[noreturn]] void readFile(const ReaderRequest& request, pid_t parent, int output) {
+[[noreturn]] void readFile(const ReaderRequest& request, const ProcessLimits& limits, pid_t parent,
+                           int output) {
   endWithParent(parent);
   ::dup2(output, STDOUT_FILENO);
   ::dup2(::open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+  std::set_new_handler(endOverMemory);
   int code = EXIT_FAILURE;
   try {
-    code = writeFields(request);
+    writeAll(STDOUT_FILENO, answerOf(request, limits));
+    code = EXIT_SUCCESS;
   } catch (const std::exception&) {
     // The exit code tells; there is nobody else to be told.
   }
@@ -105,7 +116,7 @@ std::string outputOf(pid_t child, int pipe) {
   }
 }
 
-ReaderAnswer answerTo(const ReaderRequest& request) {
+ReaderAnswer answerTo(const ReaderRequest& request, const ProcessLimits& limits) {
   std::array<int, 2> pipe{};
   if (::pipe2(pipe.data(), O_CLOEXEC) != 0) {
     fail();
@@ -114,7 +125,7 @@ ReaderAnswer answerTo(const ReaderRequest& request) {
   const pid_t child = ::fork();
   if (child == 0) {
     ::close(pipe[0]);
-    readFile(request, self, pipe[1]);
+    readFile(request, limits, self, pipe[1]);
   }
   ::close(pipe[1]);
   if (child < 0) {
@@ -131,7 +142,7 @@ ReaderAnswer answerTo(const ReaderRequest& request) {
 }
 
 // The preparation takes longer than it saves one file, so a reader of one file does without.
-void answerAll() {
+void answerAll(const ProcessLimits& limits) {
   std::string input;
   std::size_t requests = 0;
   do {
@@ -139,23 +150,33 @@ void answerAll() {
       if (++requests == 2) {
         prepareLibmediainfo();
       }
-      writeAll(STDOUT_FILENO, textOf(answerTo(*request)));
+      writeAll(STDOUT_FILENO, textOf(answerTo(*request, limits)));
     }
   } while (readMore(STDIN_FILENO, input));
 }
 
 }  // namespace
 
-std::vector<std::string> readerArguments() { return {kCommand}; }
-
-bool isReaderCommand(const std::vector<std::string>& arguments) {
-  return arguments == readerArguments();
+std::vector<std::string> readerArguments(const ProcessLimits& limits) {
+  return {kCommand, std::to_string(limits.memory), std::to_string(limits.processorTime.count())};
 }
 
-void runReaderProcess() {
+std::optional<ProcessLimits> readerCommandIn(const std::vector<std::string>& arguments) {
+  if (arguments.size() != 3 || arguments[0] != kCommand) {
+    return std::nullopt;
+  }
+  const auto memory = leadingNumber<std::uint64_t>(arguments[1]);
+  const auto seconds = leadingNumber<std::chrono::seconds::rep>(arguments[2]);
+  if (!memory || !seconds) {
+    return std::nullopt;
+  }
+  return ProcessLimits{*memory, std::chrono::seconds(*seconds)};
+}
+
+void runReaderProcess(const ProcessLimits& limits) {
   int code = EXIT_SUCCESS;
   try {
-    answerAll();
+    answerAll(limits);
   } catch (const std::exception&) {
     code = EXIT_FAILURE;
   }

@@ -3,24 +3,28 @@
 //
 // It loads libmediainfo once, prepares it once, and forks for each file: each is read in a process
 // of its own, which nothing that libmediainfo did with another file can have touched, and which
-// costs no start of a program.
+// costs no start of a program. Once it has opened the file, that process keeps nothing but it and
+// the pipe of its answer (isolation.h).
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "host/reading/isolation.h"
+
 namespace kestrel::host {
 
-inline constexpr int kReaderCannotOpen = 3;  ///< exit code: libmediainfo cannot open the file
+inline constexpr int kReaderOverMemory = 3;  ///< exit code: the file takes more than the limit
 
-/// The arguments that make the program a reader process.
-std::vector<std::string> readerArguments();
+/// The arguments that make the program a reader process; the limits hold for each file.
+std::vector<std::string> readerArguments(const ProcessLimits& limits);
 
-/// Whether main's arguments, without the program's name, are those of a reader process.
-bool isReaderCommand(const std::vector<std::string>& arguments);
+/// The limits, if main's arguments, without the program's name, are those of a reader process.
+std::optional<ProcessLimits> readerCommandIn(const std::vector<std::string>& arguments);
 
 /// Answers the requests of the standard input (reader_protocol.h) until that ends, then ends the
 /// process. The end of the input also ends what is being read.
-[[noreturn]] void runReaderProcess();
+[[noreturn]] void runReaderProcess(const ProcessLimits& limits);
 
 }  // namespace kestrel::host

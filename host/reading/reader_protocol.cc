@@ -91,16 +91,33 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RawAudioStream, id, format, muxingMode, chann
                                    channelLayoutId, samplingRate, bitDepth)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RawMedia, container, isTruncated, declaredLayout, audioStreams)
 
-std::string rawMediaToJson(const RawMedia& media) {
+namespace {
+
+constexpr char kReason[] = "notExamined";
+constexpr char kSentence[] = "sentence";
+
+std::string oneLine(const nlohmann::json& json) {
   constexpr int kOneLine = -1;
   constexpr bool kAsciiOnly = true;
-  return nlohmann::json(media).dump(kOneLine, ' ', kAsciiOnly,
-                                    nlohmann::json::error_handler_t::replace);
+  return json.dump(kOneLine, ' ', kAsciiOnly, nlohmann::json::error_handler_t::replace);
+}
+
+}  // namespace
+
+std::string rawMediaToJson(const RawMedia& media) { return oneLine(media); }
+
+std::string reasonToJson(const NotExamined& reason) {
+  return oneLine({{kReason, reason.id()}, {kSentence, reason.what()}});
 }
 
 RawMedia rawMediaFromJson(std::string_view json) {
   try {
-    return nlohmann::json::parse(json).get<RawMedia>();
+    const auto answer = nlohmann::json::parse(json);
+    if (answer.contains(kReason)) {
+      throw NotExamined(answer.at(kReason).get<std::string>(),
+                        answer.at(kSentence).get<std::string>());
+    }
+    return answer.get<RawMedia>();
   } catch (const nlohmann::json::exception&) {
     throw NotExamined("reader-failed", "the reader's answer cannot be understood");
   }

@@ -44,7 +44,11 @@ std::optional<ReaderAnswer> answerIn(std::string_view text);
 /// One line of ASCII, so that no text of a file can disturb the pipe.
 std::string rawMediaToJson(const RawMedia& media);
 
-/// Raises NotExamined when the text is not what rawMediaToJson writes.
+/// The same for the reason why there is nothing else to say.
+std::string reasonToJson(const NotExamined& reason);
+
+/// Raises the NotExamined that the text holds, and one of its own when neither of the two functions
+/// above has written it.
 RawMedia rawMediaFromJson(std::string_view json);
 
 }  // namespace kestrel::host

@@ -31,7 +31,7 @@ class Archive(unittest.TestCase):
         cls.use = unpacked()
 
     def test_the_program_runs(self):
-        self.assertEqual(self.use.kestrel("--version").stdout, f"kestrel {VERSION}\n")
+        self.assertEqual(self.use.kestrel("--version").stdout.splitlines()[0], f"kestrel {VERSION}")
 
     def test_the_program_examines_a_file(self):
         self.assertEqual(self.use.inspect(package_support.LAYOUT), 0)

@@ -132,7 +132,7 @@ TEST(PortableProgramTest, theTablesAndTheHelpAreThere) {
   EXPECT_EQ(run({"codes"}).exitCode, 0);
   EXPECT_EQ(nlohmann::json::parse(run({"catalogue", "--format", "json"}).output).size(), 41u);
   EXPECT_EQ(run({"explain", "T8=5.1 Mix,Stereo"}).exitCode, 0);
-  EXPECT_EQ(run({"--version"}).output, "kestrel " KESTREL_EXPECTED_VERSION "\n");
+  EXPECT_TRUE(run({"--version"}).output.starts_with("kestrel " KESTREL_EXPECTED_VERSION "\n"));
   EXPECT_NE(run({"--help"}).output.find("Exit codes: 0"), std::string::npos);
   for (const char* command : {"inspect", "catalogue", "codes", "explain"}) {
     EXPECT_NE(run({command, "--help"}).output.find("Example"), std::string::npos) << command;

@@ -346,7 +346,7 @@ TEST(ProgramTest, wrongArgumentsAreSaidOnOneLine) {
 TEST(ProgramTest, helpAndVersionGoToTheStandardOutput) {
   const ProgramRun version = runProgramProcess({"--version"});
   EXPECT_EQ(version.exitCode, 0);
-  EXPECT_EQ(version.output, "kestrel " KESTREL_EXPECTED_VERSION "\n");
+  EXPECT_TRUE(version.output.starts_with("kestrel " KESTREL_EXPECTED_VERSION "\n"));
   const ProgramRun help = runProgramProcess({"inspect", "--help"});
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_TRUE(holds(help.output, "--layout"));

@@ -42,12 +42,12 @@ RawMedia mediaByJson(const std::filesystem::path& file) {
 }
 
 RawMedia mediaByLibrary(const std::filesystem::path& file) {
-  return LibmediainfoReader(KESTREL_PROGRAM, 60s).read(file).raw;
+  return LibmediainfoReader(KESTREL_PROGRAM, {60s}).read(file).raw;
 }
 
 // Read by a reader process that has read all files before it, and by one of its own.
 TEST(BackEndsTest, noFileChangesTheReadingOfAnother) {
-  const LibmediainfoReader shared(KESTREL_PROGRAM, 60s);
+  const LibmediainfoReader shared(KESTREL_PROGRAM, {60s});
   for (const auto& file : mediaFiles()) {
     EXPECT_EQ(rawMediaToJson(shared.read(file).raw), rawMediaToJson(mediaByLibrary(file))) << file;
   }
@@ -74,7 +74,7 @@ TEST(BackEndsTest, bothGiveTheSameRecordsForEveryFile) {
 
 FileResult inspected(const std::string& name) {
   InspectOptions options;
-  options.reader = std::make_shared<LibmediainfoReader>(KESTREL_PROGRAM, 60s);
+  options.reader = std::make_shared<LibmediainfoReader>(KESTREL_PROGRAM, ReadingLimits{60s});
   return inspectFile(kMedia / name, options);
 }
 

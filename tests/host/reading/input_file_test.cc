@@ -1,7 +1,10 @@
-#include "host/reading/libmediainfo_reader.h"
+#include "host/reading/input_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+
+#include <array>
+#include <string>
 
 #include "host/reading/media_facts.h"
 #include "tests/host/support/temporary_directory.h"
@@ -11,7 +14,7 @@ namespace {
 
 std::string answerFor(const std::filesystem::path& file) {
   try {
-    checkInputFile(file);
+    const InputFile input(file);
     return "good";
   } catch (const NotExamined& reason) {
     return reason.what();
@@ -35,7 +38,39 @@ TEST(InputFileTest, saysWhatIsWrong) {
   EXPECT_EQ(answerFor(directory / "."), "a directory, not a file");
   EXPECT_EQ(answerFor(directory / "pipe"), "a pipe or a device, not a regular file");
   EXPECT_EQ(answerFor("/dev/null"), "a pipe or a device, not a regular file");
-  EXPECT_EQ(answerFor(directory.write("empty", "")), "empty, or cannot be read");
+  EXPECT_EQ(answerFor(directory.write("empty", "")), "empty");
+}
+
+std::string textAt(const InputFile& file, std::size_t length, std::uint64_t offset) {
+  std::string text(length, '-');
+  text.resize(file.read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}, offset));
+  return text;
+}
+
+TEST(InputFileTest, readsWhatThereIs) {
+  const TemporaryDirectory directory;
+  const InputFile file(directory.write("file", "0123456789"));
+  EXPECT_EQ(file.size(), 10u);
+  EXPECT_EQ(textAt(file, 4, 0), "0123");
+  EXPECT_EQ(textAt(file, 4, 8), "89");
+  EXPECT_EQ(textAt(file, 4, 10), "");
+  EXPECT_EQ(textAt(file, 4, 11), "");
+  EXPECT_EQ(textAt(file, 0, 3), "");
+}
+
+TEST(InputFileTest, aFileThatBecomesShorterIsNotReadToItsEnd) {
+  const TemporaryDirectory directory;
+  const auto path = directory.write("file", "0123456789");
+  const InputFile file(path);
+  std::filesystem::resize_file(path, 5);
+  EXPECT_EQ(textAt(file, 5, 0), "01234");
+  try {
+    textAt(file, 10, 0);
+    ADD_FAILURE() << "accepted";
+  } catch (const NotExamined& reason) {
+    EXPECT_EQ(reason.id(), "read-error");
+    EXPECT_STREQ(reason.what(), "cannot be read to its end: it has become shorter");
+  }
 }
 
 }  // namespace

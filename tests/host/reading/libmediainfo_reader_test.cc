@@ -1,11 +1,14 @@
 // Real files, read by the real reader process and mapped. The texts are those of mapping_as_text.h.
 #include "host/reading/libmediainfo_reader.h"
 
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <csignal>
+#include <fstream>
+#include <iterator>
 #include <thread>
 
 #include "host/reading/media_facts.h"
@@ -23,7 +26,7 @@ using namespace std::chrono_literals;
 const std::filesystem::path kMedia = KESTREL_TEST_MEDIA;
 
 ReadMedia readFile(const std::filesystem::path& file) {
-  return LibmediainfoReader(KESTREL_PROGRAM, 60s).read(file);
+  return LibmediainfoReader(KESTREL_PROGRAM, {60s}).read(file);
 }
 
 MappedMedia mapped(const std::string& name) { return mapMedia(readFile(kMedia / name).raw); }
@@ -154,7 +157,7 @@ TEST(LibmediainfoReaderTest, aTruncatedFileIsReadWithAWarning) {
 
 TEST(LibmediainfoReaderTest, aFileOnWhichTheReaderHangsIsReadAgainInAQuickWay) {
   const ReadMedia read =
-      LibmediainfoReader(KESTREL_PROGRAM, 1s).read(kMedia / "mxf_reader_never_returns.mxf");
+      LibmediainfoReader(KESTREL_PROGRAM, {1s}).read(kMedia / "mxf_reader_never_returns.mxf");
   EXPECT_EQ(read.reader, "libmediainfo-quick");
   EXPECT_EQ(read.quickReason,
             "libmediainfo did not return within 1s; the file was read in its quick mode, which may "
@@ -163,7 +166,7 @@ TEST(LibmediainfoReaderTest, aFileOnWhichTheReaderHangsIsReadAgainInAQuickWay) {
 }
 
 TEST(LibmediainfoReaderTest, aFileThatIsOverTheTimeLimitDoesNotTouchTheNext) {
-  const LibmediainfoReader reader(KESTREL_PROGRAM, 1s);
+  const LibmediainfoReader reader(KESTREL_PROGRAM, {1s});
   for (int round = 0; round < 2; ++round) {
     EXPECT_EQ(reader.read(kMedia / "mxf_reader_never_returns.mxf").reader, "libmediainfo-quick");
     const ReadMedia next = reader.read(kMedia / "mxf_8ch_dolby_e_split.mxf");
@@ -173,7 +176,7 @@ TEST(LibmediainfoReaderTest, aFileThatIsOverTheTimeLimitDoesNotTouchTheNext) {
 }
 
 TEST(LibmediainfoReaderTest, aReaderThatWasEndedWhileIdleIsReplaced) {
-  const LibmediainfoReader reader(KESTREL_PROGRAM, 60s);
+  const LibmediainfoReader reader(KESTREL_PROGRAM, {60s});
   for (int round = 0; round < 3; ++round) {
     EXPECT_EQ(reader.read(kMedia / "wav_mono.wav").raw.container, "Wave");
     const std::vector<pid_t> children = childrenOf(::getpid());
@@ -183,7 +186,7 @@ TEST(LibmediainfoReaderTest, aReaderThatWasEndedWhileIdleIsReplaced) {
 }
 
 TEST(LibmediainfoReaderTest, threadsShareIt) {
-  const LibmediainfoReader reader(KESTREL_PROGRAM, 60s);
+  const LibmediainfoReader reader(KESTREL_PROGRAM, {60s});
   std::vector<std::string> containers(8);
   {
     std::vector<std::jthread> threads;
@@ -204,7 +207,7 @@ TEST(LibmediainfoReaderTest, aFileThatReadsWellHasNoWarning) {
 std::string failureOf(const std::string& program, std::chrono::milliseconds timeLimit,
                       const std::filesystem::path& file = kMedia / "wav_mono.wav") {
   try {
-    LibmediainfoReader(program, timeLimit).read(file);
+    LibmediainfoReader(program, {timeLimit}).read(file);
     return "none";
   } catch (const NotExamined& reason) {
     return reason.what();
@@ -218,18 +221,98 @@ TEST(LibmediainfoReaderTest, whatIsNoMediaIsSaid) {
   EXPECT_EQ(failureOf(KESTREL_PROGRAM, 60s, directory / "nothing"), "no such file");
 }
 
-TEST(LibmediainfoReaderTest, aFileThatLibmediainfoCannotOpenIsSaid) {
+// The id of the reason why the program does not examine a file.
+std::string reasonFor(const std::filesystem::path& file, const ReadingLimits& limits = {}) {
+  try {
+    return "read: " + LibmediainfoReader(KESTREL_PROGRAM, limits).read(file).raw.container;
+  } catch (const NotExamined& reason) {
+    return reason.id();
+  }
+}
+
+// Each of these had the sound of the good file beside it before.
+TEST(LibmediainfoReaderTest, aFileThatRefersToOthersIsRefused) {
+  const TemporaryDirectory directory;
+  const std::string good = (directory / "good.mxf").string();
+  std::filesystem::copy_file(kMedia / "mxf_8mono.mxf", good);
+  const std::string xml = "<?xml version=\"1.0\"?>";
+  for (const std::string& name : Texts{"good.mxf", "./good.mxf", "x/../good.mxf", good}) {
+    const struct {
+      const char* name;
+      std::string content;
+    } lists[] = {
+        {"HLS", "#EXTM3U\n#EXT-X-TARGETDURATION:10\n#EXTINF:10,\n" + name + "\n#EXT-X-ENDLIST\n"},
+        {"DASH", xml +
+                     "<MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\"><Period><AdaptationSet>"
+                     "<Representation id=\"1\"><BaseURL>" +
+                     name + "</BaseURL></Representation></AdaptationSet></Period></MPD>"},
+        {"ISM", xml +
+                    "<smil xmlns=\"http://www.w3.org/2001/SMIL20/Language\"><head></head><body>"
+                    "<switch><audio src=\"" +
+                    name +
+                    "\" systemBitrate=\"1\"><param name=\"trackID\" value=\"2\"/></audio>"
+                    "</switch></body></smil>"},
+        {"CPL", xml +
+                    "<CompositionPlaylist xmlns=\"http://www.smpte-ra.org/schemas/429-7/2006/CPL\">"
+                    "<Id>urn:uuid:1</Id><ReelList><Reel><Id>urn:uuid:2</Id><AssetList><MainSound>"
+                    "<Id>urn:uuid:3</Id><EditRate>24 1</EditRate></MainSound></AssetList></Reel>"
+                    "</ReelList></CompositionPlaylist>"},
+        {"AM", xml +
+                   "<AssetMap xmlns=\"http://www.smpte-ra.org/schemas/429-9/2007/AM\"><Id>1</Id>"
+                   "<AssetList><Asset><Id>urn:uuid:3</Id><ChunkList><Chunk><Path>" +
+                   name + "</Path></Chunk></ChunkList></Asset></AssetList></AssetMap>"},
+    };
+    for (const auto& list : lists) {
+      const auto file = directory.write("delivery.mxf", list.content);
+      EXPECT_EQ(reasonFor(file), "refers-to-other-files") << list.name << " " << name;
+    }
+  }
+}
+
+TEST(LibmediainfoReaderTest, aMovFileWhoseSoundIsElsewhereIsRefused) {
+  const TemporaryDirectory directory;
+  const auto file = directory / "film.mov";
+  std::filesystem::copy_file(kMedia / "mov_6mono_back.mov", file);
+  EXPECT_EQ(reasonFor(file), "read: MPEG-4");
+  std::fstream stream(file, std::ios::in | std::ios::out | std::ios::binary);
+  std::string content(std::istreambuf_iterator<char>(stream), {});
+  const std::string inThisFile("url \0\0\0\1", 8);
+  const std::size_t entry = content.rfind(inThisFile);
+  ASSERT_NE(entry, std::string::npos);
+  stream.clear();
+  stream.seekp(static_cast<std::streamoff>(entry + 7)).put('\0');
+  stream.close();
+  EXPECT_EQ(reasonFor(file), "refers-to-other-files");
+}
+
+TEST(LibmediainfoReaderTest, aFileThatTakesMoreMemoryThanTheLimitIsSaid) {
   const TemporaryDirectory directory;
   const auto path = directory.write(
-      "reader", fmt::format("#!/bin/sh\necho exited {} 0\ncat >/dev/null\n", kReaderCannotOpen));
+      "reader", fmt::format("#!/bin/sh\necho exited {} 0\ncat >/dev/null\n", kReaderOverMemory));
   std::filesystem::permissions(path, std::filesystem::perms::owner_all);
   try {
-    LibmediainfoReader(path.string(), 60s).read(kMedia / "wav_mono.wav");
+    LibmediainfoReader(path.string(), {60s}).read(kMedia / "wav_mono.wav");
     ADD_FAILURE() << "accepted";
   } catch (const NotExamined& reason) {
-    EXPECT_EQ(reason.id(), "not-opened");
-    EXPECT_STREQ(reason.what(), "cannot be opened by libmediainfo");
+    EXPECT_EQ(reason.id(), "memory-limit");
+    EXPECT_STREQ(reason.what(), "takes more memory than the limit (--memory-limit)");
   }
+}
+
+// The read end of a lease: whoever opens the file waits for its holder, 45 s by default.
+TEST(LibmediainfoReaderTest, openingIsWithinTheTimeLimit) {
+  const TemporaryDirectory directory;
+  const auto file = directory.write("leased.wav", "RIFF");
+  const int holder = ::open(file.c_str(), O_RDWR);
+  struct sigaction ignored {};
+  ignored.sa_handler = SIG_IGN;
+  ::sigaction(SIGIO, &ignored, nullptr);
+  if (::fcntl(holder, F_SETLEASE, F_WRLCK) != 0) {
+    ::close(holder);
+    GTEST_SKIP() << "this file system has no leases";
+  }
+  EXPECT_EQ(reasonFor(file, {200ms}), "time-limit");
+  ::close(holder);
 }
 
 TEST(LibmediainfoReaderTest, aReaderProcessThatGoesWrongIsSaid) {

@@ -10,6 +10,7 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <thread>
 
 #include "host/reading/child_process.h"
@@ -21,10 +22,11 @@ namespace kestrel::host {
 namespace {
 
 const std::filesystem::path kMedia = KESTREL_TEST_MEDIA;
+constexpr ProcessLimits kLimits{std::uint64_t{1} << 30, std::chrono::hours(1)};
 constexpr char kHanging[] = "mxf_reader_never_returns.mxf";
 
 std::vector<std::string> readerWords() {
-  std::vector<std::string> words = readerArguments();
+  std::vector<std::string> words = readerArguments(kLimits);
   words.insert(words.begin(), KESTREL_PROGRAM);
   return words;
 }
@@ -35,6 +37,15 @@ ReaderAnswer ask(ChildProcess& reader, const std::string& file) {
       reader.ask({textOf(ReaderRequest{"", file}), std::chrono::hours(1), 1U << 20, isWhole});
   EXPECT_EQ(outcome.end, ChildEnd::kAnswered);
   return answerIn(outcome.output).value_or(ReaderAnswer{true, -1, {}});
+}
+
+// The id of the reason in an answer.
+std::string reasonFor(const ReaderAnswer& answer) {
+  try {
+    return "read: " + rawMediaFromJson(answer.output).container;
+  } catch (const NotExamined& reason) {
+    return reason.id();
+  }
 }
 
 // Waits until a file is opened.
@@ -57,12 +68,18 @@ class OpenWatch {
 };
 
 TEST(ReaderProcessTest, onlyTheWholeCommandIsOne) {
-  std::vector<std::string> arguments = readerArguments();
-  EXPECT_TRUE(isReaderCommand(arguments));
+  std::vector<std::string> arguments = readerArguments(kLimits);
+  const auto limits = readerCommandIn(arguments);
+  ASSERT_TRUE(limits);
+  EXPECT_EQ(limits->memory, kLimits.memory);
+  EXPECT_EQ(limits->processorTime, kLimits.processorTime);
   arguments.emplace_back("more");
-  EXPECT_FALSE(isReaderCommand(arguments));
-  EXPECT_FALSE(isReaderCommand({}));
-  EXPECT_FALSE(isReaderCommand({"inspect"}));
+  EXPECT_FALSE(readerCommandIn(arguments));
+  EXPECT_FALSE(readerCommandIn({}));
+  EXPECT_FALSE(readerCommandIn({"inspect"}));
+  EXPECT_FALSE(readerCommandIn({"inspect", "1", "1"}));
+  EXPECT_FALSE(readerCommandIn({arguments[0], "many", "1"}));
+  EXPECT_FALSE(readerCommandIn({arguments[0], "1", ""}));
 }
 
 TEST(ReaderProcessTest, answersWithTheFieldsOfEachFile) {
@@ -75,7 +92,7 @@ TEST(ReaderProcessTest, answersWithTheFieldsOfEachFile) {
     EXPECT_EQ(media.container, "Wave");
     ASSERT_EQ(media.audioStreams.size(), 1u);
     EXPECT_EQ(media.audioStreams[0].channelLayout, "L R C LFE Lb Rb");
-    EXPECT_EQ(ask(reader, "/no/such/file").code, kReaderCannotOpen);
+    EXPECT_EQ(reasonFor(ask(reader, "/no/such/file")), "no-such-file");
   }
 }
 
@@ -115,10 +132,26 @@ TEST(ReaderProcessTest, whoWritesTooMuchIsEnded) {
   EXPECT_LT(tooLong.output.size(), kLongestAnswer + kLongestAnswer / 4);
 }
 
+TEST(ReaderProcessTest, whoTakesTooMuchMemoryIsEnded) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "a sanitizer needs more addresses than any limit";
+#endif
+  const TemporaryDirectory directory;
+  const auto file = directory.write("file.mkv", mediaWithCodec(100U << 20));
+  std::vector<std::string> words =
+      readerArguments({std::uint64_t{160} << 20, kLimits.processorTime});
+  words.insert(words.begin(), KESTREL_PROGRAM);
+  ChildProcess reader(words);
+  const ReaderAnswer answer = ask(reader, file);
+  EXPECT_FALSE(answer.isSignalled);
+  EXPECT_EQ(answer.code, kReaderOverMemory);
+  EXPECT_EQ(ask(reader, kMedia / "wav_51back.wav").code, 0);
+}
+
 TEST(ReaderProcessTest, endsWithItsInput) {
   RunOptions noInput;
   noInput.inputFile = "/dev/null";
-  const ProgramRun run = runProgramProcess(readerArguments(), noInput);
+  const ProgramRun run = runProgramProcess(readerArguments(kLimits), noInput);
   EXPECT_EQ(run.exitCode, 0);
   EXPECT_EQ(run.output + run.errors, "");
 }
