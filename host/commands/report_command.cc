@@ -65,7 +65,10 @@ ExitCode report(const ReportArguments& arguments) {
 void addOptions(CLI::App& command, ReportArguments& arguments) {
   std::vector<std::string> formats;
   std::ranges::transform(kFormats, std::back_inserter(formats), &ReportFormat::name);
-  command.add_option("RESULTS", arguments.results, "Files that kestrel scan wrote")->required();
+  command
+      .add_option("RESULTS", arguments.results,
+                  "Files that kestrel scan wrote; - is the standard input")
+      ->required();
   command
       .add_option("--format", arguments.format,
                   "html: a page; text: the totals; jsonl: the last result of each file, as lines")

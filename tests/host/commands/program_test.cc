@@ -218,7 +218,7 @@ TEST(ProgramTest, jsonThatIsNotMediainfosIsSaid) {
                 "the JSON is not that of mediainfo: a file has no \"media\"");
   const std::string none = directory / "none.json";
   expectFailure(runProgramProcess({"inspect", "--streams-from", none}),
-                "the JSON file cannot be read");
+                '"' + none + "\" cannot be read: No such file or directory");
 }
 
 TEST(ProgramTest, aJsonOf100MegabytesIsRefusedAtOnce) {
