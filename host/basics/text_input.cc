@@ -1,18 +1,12 @@
 // By descriptors, since streams lose why a text cannot be read, and some of them even whether.
 #include "host/basics/text_input.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <system_error>
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
 
+#include "host/basics/descriptors.h"
 #include "host/basics/file_names.h"
 #include "host/basics/utf8.h"
 
@@ -22,17 +16,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t kBlock = 1U << 16;
-constexpr int kStandardInput = 0;
 
 bool isStandardInput(const fs::path& file) { return file == "-"; }
-
-int openForReading(const fs::path& file) {
-#if defined(_WIN32)
-  return ::_wopen(file.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
-#else
-  return ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-#endif
-}
 
 }  // namespace
 
@@ -41,13 +26,13 @@ TextInput::TextInput(const fs::path& file)
                                   : fmt::format("\"{}\"", printable(utf8FromPath(file)))),
       descriptor_(isStandardInput(file) ? kStandardInput : openForReading(file)) {
   if (descriptor_ < 0) {
-    fail(errno);
+    fail();
   }
 }
 
 TextInput::~TextInput() {
   if (descriptor_ != kStandardInput) {
-    ::close(descriptor_);
+    closeFile(descriptor_);
   }
 }
 
@@ -81,22 +66,19 @@ bool TextInput::hasMore() {
   }
   block_.resize(kBlock);
   used_ = 0;
-  auto count = ::read(descriptor_, block_.data(), kBlock);
-  while (count < 0 && errno == EINTR) {
-    count = ::read(descriptor_, block_.data(), kBlock);
-  }
+  const std::ptrdiff_t count = readSome(descriptor_, block_.data(), kBlock);
   if (count < 0) {
-    fail(errno);
+    fail();
   }
   block_.resize(static_cast<std::size_t>(count));
   read_ += block_.size();
   return !block_.empty();
 }
 
-void TextInput::fail(int error) const {
+void TextInput::fail() const {
+  const std::error_code error = lastError();
   const std::string where = read_ == 0 ? "" : fmt::format(" beyond its first {} bytes", read_);
-  throw InputError(
-      fmt::format("{} cannot be read{}: {}", name_, where, std::generic_category().message(error)));
+  throw InputError(fmt::format("{} cannot be read{}: {}", name_, where, error.message()));
 }
 
 }  // namespace kestrel::host

@@ -36,7 +36,7 @@ class TextInput {
 
  private:
   bool hasMore();
-  [[noreturn]] void fail(int error) const;
+  [[noreturn]] void fail() const;
 
   std::string name_;
   int descriptor_;

@@ -10,6 +10,7 @@
 #include "host/basics/usage_error.h"
 #include "host/commands/command_line.h"
 #include "host/commands/inspect_arguments.h"
+#include "host/commands/output_arguments.h"
 #include "host/scanning/scan.h"
 #include "host/scanning/scan_files.h"
 
@@ -28,7 +29,7 @@ struct ScanArguments {
   std::vector<std::string> paths;
   std::string filesFrom;
   bool isNullEnded = false;
-  std::string output;
+  OutputArguments output;
   bool resume = false;
   bool isQuiet = false;
   std::size_t jobs = std::max(1U, std::thread::hardware_concurrency());
@@ -46,10 +47,10 @@ void addFileOptions(CLI::App& command, ScanArguments& arguments) {
                    "The paths of --files-from end with a null byte, not with a newline");
 }
 
-void addOutputOptions(CLI::App& command, ScanArguments& arguments) {
-  command.add_option("-o,--output", arguments.output,
-                     "The results, a line of JSON for each file as it is finished; without it "
-                     "they go to the standard output");
+void addScanOptions(CLI::App& command, ScanArguments& arguments) {
+  addOutputOptions(command, arguments.output,
+                   "The results, a line of JSON for each file as it is finished; without it or "
+                   "with - they go to the standard output");
   command.add_flag("--resume", arguments.resume,
                    "Go on with the results of -o: files that stand there and have not changed "
                    "since are not examined again");
@@ -75,12 +76,21 @@ ScanRequest requestOf(const ScanArguments& arguments) {
   if (arguments.isNullEnded && arguments.filesFrom.empty()) {
     throw UsageError("-0 needs --files-from");
   }
-  if (arguments.resume && arguments.output.empty()) {
-    throw UsageError("--resume needs -o");
+  const OutputArguments& output = arguments.output;
+  if (arguments.resume && output.isStandardOutput()) {
+    throw UsageError("--resume needs -o with a file");
   }
-  return {pathsOf(arguments), inspectOptions(arguments.inspect),
-          arguments.output,   arguments.resume,
-          arguments.isQuiet,  arguments.jobs};
+  if (arguments.resume && output.isForced) {
+    throw UsageError("--resume goes on with results and --force replaces them: give one of them");
+  }
+  requireNoInput(output, {arguments.filesFrom, arguments.inspect.layoutFile.value_or("")});
+  return {.paths = pathsOf(arguments),
+          .inspect = inspectOptions(arguments.inspect),
+          .output = output.isStandardOutput() ? "" : output.file,
+          .resume = arguments.resume,
+          .replace = output.isForced,
+          .isQuiet = arguments.isQuiet,
+          .jobs = arguments.jobs};
 }
 
 }  // namespace
@@ -90,7 +100,7 @@ void addScan(CLI::App& program, CommandRun& run) {
       "scan", "Examines many files, whole directories: a line of JSON for each");
   const auto arguments = std::make_shared<ScanArguments>();
   addFileOptions(*command, *arguments);
-  addOutputOptions(*command, *arguments);
+  addScanOptions(*command, *arguments);
   addInspectOptions(*command, arguments->inspect);
   command->footer(kScanExamples);
   command->callback(

@@ -38,6 +38,11 @@ ScanFiles findFiles(const ScanRequest& request) {
   if (found.files.empty()) {
     throw UsageError("no media file to scan");
   }
+  if (!request.output.empty()) {
+    for (const std::string& file : found.files) {
+      requireOtherFile(request.output, file);
+    }
+  }
   return found;
 }
 
@@ -62,6 +67,7 @@ class Scan {
       shareWork({found_.files.size(), request_.jobs, [] { return ScanInterrupt::signal() != 0; },
                  [this](std::size_t index) { examine(found_.files[index]); }});
     }
+    output_.finish();
     return end();
   }
 
@@ -72,9 +78,12 @@ class Scan {
     }
     if (request_.resume) {
       output_.mend(removeDone(request_.output, request_.inspect, found_.files, summary_));
+    } else if (request_.replace) {
+      output_.clear();
     } else if (std::error_code error; fs::file_size(request_.output, error) > 0 && !error) {
-      throw UsageError(fmt::format("\"{}\" holds something already; --resume goes on with results",
-                                   printable(utf8FromPath(request_.output))));
+      throw UsageError(fmt::format(
+          "\"{}\" holds something already; --resume goes on with results, --force replaces it",
+          printable(utf8FromPath(request_.output))));
     }
   }
 

@@ -357,7 +357,7 @@ TEST(ProgramTest, aResultThatCannotBeWrittenIsAFailure) {
   RunOptions fullDisk;
   fullDisk.outputFile = "/dev/full";
   expectFailure(inspect(kMedia / "mxf_8mono.mxf", {}, fullDisk),
-                "the result cannot be written to the standard output");
+                "the result cannot be written to the standard output: No space left on device");
 }
 
 }  // namespace

@@ -176,7 +176,8 @@ TEST_F(ScanResumeTest, withoutItAFileOfResultsIsLeftAlone) {
   const ProgramRun refused = scan("");
   EXPECT_EQ(refused.exitCode, 2);
   EXPECT_EQ(refused.errors,
-            "kestrel: \"r.jsonl\" holds something already; --resume goes on with results\n");
+            "kestrel: \"r.jsonl\" holds something already; --resume goes on with results, "
+            "--force replaces it\n");
   EXPECT_EQ(results(), "precious\n");
   EXPECT_EQ(runScript(path(""), "\"$KESTREL\" scan in --resume").exitCode, 2);
 }
