@@ -29,7 +29,10 @@ void requireOtherFile(const std::filesystem::path& output, const std::string& in
 /// @param file  in UTF-8; empty or "-": the standard output. Raises OutputError
 void writeResult(const std::string& file, std::string_view content);
 
-/// A line for the user on the standard error.
+/// A text for the user on the standard error; what cannot be written there is lost.
+void printText(const std::string& text);
+
+/// A line of it.
 void printMessage(const std::string& text);
 
 /// "name": why

@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -108,7 +107,7 @@ class Scan {
 
   ExitCode end() const {
     if (!request_.isQuiet) {
-      fmt::print(stderr, "{}", summaryText(summary_));
+      printText(summaryText(summary_));
     }
     if (const int signal = ScanInterrupt::signal(); signal != 0) {
       printMessage(fmt::format("interrupted, {} of {} files are left; --resume goes on with them",
