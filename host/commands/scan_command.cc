@@ -21,6 +21,7 @@ constexpr char kScanExamples[] =
     "Examples:\n"
     "  kestrel scan /media/deliveries -o results.jsonl\n"
     "  kestrel scan /media/deliveries -o results.jsonl --resume\n"
+    "  kestrel scan /media/deliveries -o results.jsonl --recheck\n"
     "  find . -name '*.mxf' -print0 | kestrel scan --files-from - -0 --code 8b > results.jsonl\n"
     "Exit codes: the highest of the files (0 good, 1 does not conform, 2 not examined); 130 after\n"
     "Ctrl-C, which lets the files in hand be finished (a second one does not).";
@@ -31,6 +32,7 @@ struct ScanArguments {
   bool isNullEnded = false;
   OutputArguments output;
   bool resume = false;
+  bool recheck = false;
   bool isQuiet = false;
   std::size_t jobs = std::max(1U, std::thread::hardware_concurrency());
   InspectArguments inspect;
@@ -54,6 +56,9 @@ void addScanOptions(CLI::App& command, ScanArguments& arguments) {
   command.add_flag("--resume", arguments.resume,
                    "Go on with the results of -o: files that stand there and have not changed "
                    "since are not examined again");
+  command.add_flag("--recheck", arguments.recheck,
+                   "Go on with the results of -o, but examine all files anew and tell whose "
+                   "verdict changed");
   command.add_option("--jobs", arguments.jobs, "Files that are examined at the same time")
       ->check(CLI::Range(1, 1024))
       ->capture_default_str();
@@ -72,22 +77,29 @@ std::vector<std::filesystem::path> pathsOf(const ScanArguments& arguments) {
   return paths;
 }
 
+void requireResults(const OutputArguments& output, const std::string& option) {
+  if (output.isStandardOutput()) {
+    throw UsageError(option + " needs -o with a file");
+  }
+  if (output.isForced) {
+    throw UsageError(option + " goes on with results and --force replaces them: give one of them");
+  }
+}
+
 ScanRequest requestOf(const ScanArguments& arguments) {
   if (arguments.isNullEnded && arguments.filesFrom.empty()) {
     throw UsageError("-0 needs --files-from");
   }
   const OutputArguments& output = arguments.output;
-  if (arguments.resume && output.isStandardOutput()) {
-    throw UsageError("--resume needs -o with a file");
-  }
-  if (arguments.resume && output.isForced) {
-    throw UsageError("--resume goes on with results and --force replaces them: give one of them");
+  if (arguments.resume || arguments.recheck) {
+    requireResults(output, arguments.recheck ? "--recheck" : "--resume");
   }
   requireNoInput(output, {arguments.filesFrom, arguments.inspect.layoutFile.value_or("")});
   return {.paths = pathsOf(arguments),
           .inspect = inspectOptions(arguments.inspect),
           .output = output.isStandardOutput() ? "" : output.file,
           .resume = arguments.resume,
+          .recheck = arguments.recheck,
           .replace = output.isForced,
           .isQuiet = arguments.isQuiet,
           .jobs = arguments.jobs};

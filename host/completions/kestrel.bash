@@ -29,7 +29,7 @@ _kestrel() {
     --timeout'
   case $command in
     inspect) own="--streams-from --format -o --output --force $expected" formats+=' html' ;;
-    scan) own="--files-from -0 --null -o --output --force --resume --jobs -q --quiet $expected" ;;
+    scan) own="--files-from -0 --null -o --output --force --resume --recheck --jobs -q --quiet $expected" ;;
     report) own='--format --files-from -0 --null -o --output --force' formats='html text jsonl' ;;
     catalogue | codes) own='--format' ;;
   esac
