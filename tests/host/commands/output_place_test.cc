@@ -154,5 +154,18 @@ TEST_F(OutputPlaceTest, whatFailsAtTheEndOfAFileIsSaidAndLeavesTheOlderOne) {
   }
 }
 
+// The limit is in blocks of 512 bytes; what exceeds it raises SIGXFSZ, unless that is ignored.
+TEST_F(OutputPlaceTest, aLimitToTheSizeOfFilesLeavesTheOlderOne) {
+  const std::string inspect = "\"$KESTREL\" inspect in/a.wav --format json -o out";
+  ASSERT_EQ(run(inspect).exitCode, 0);
+  const std::string older = content("out");
+  expectFailure(run("ulimit -f 1\n" + inspect),
+                "the result cannot be written to \"out\": File too large");
+  EXPECT_EQ(content("out"), older);
+  for (const auto& entry : fs::directory_iterator(path(""))) {
+    EXPECT_FALSE(entry.path().filename().string().ends_with(".tmp")) << entry.path();
+  }
+}
+
 }  // namespace
 }  // namespace kestrel::host
