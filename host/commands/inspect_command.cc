@@ -121,7 +121,7 @@ ExitCode runInspect(InspectCommand& command) {
       printFileMessage(file, result.error->sentence);
     }
   }
-  writeResult(command.output.file, rendered(command, results));
+  writeResult(command.output.target(), rendered(command, results));
   return exitCode;
 }
 

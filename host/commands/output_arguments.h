@@ -14,7 +14,12 @@ struct OutputArguments {
   std::string file;
   bool isForced = false;
 
-  bool isStandardOutput() const { return file.empty() || file == "-"; }
+  /// By either of its names too: behind /dev/stdout there may be a file, which must not be replaced
+  /// while others still write to it.
+  bool isStandardOutput() const { return file.empty() || file == "-" || file == "/dev/stdout"; }
+
+  /// As writeResult() takes it.
+  std::string target() const { return isStandardOutput() ? "" : file; }
 };
 
 /// The arguments must live as long as the command.

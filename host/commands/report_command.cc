@@ -62,7 +62,7 @@ ExitCode report(const ReportArguments& arguments) {
   const auto* format = std::ranges::find(kFormats, arguments.format, &ReportFormat::name);
   const Report made = format->make(results, wantedFiles(arguments));
   std::ranges::for_each(made.warnings, printMessage);
-  writeResult(arguments.output.file, made.text);
+  writeResult(arguments.output.target(), made.text);
   return ExitCode::kConforms;
 }
 

@@ -97,7 +97,7 @@ ScanRequest requestOf(const ScanArguments& arguments) {
   requireNoInput(output, {arguments.filesFrom, arguments.inspect.layoutFile.value_or("")});
   return {.paths = pathsOf(arguments),
           .inspect = inspectOptions(arguments.inspect),
-          .output = output.isStandardOutput() ? "" : output.file,
+          .output = output.target(),
           .resume = arguments.resume,
           .recheck = arguments.recheck,
           .replace = output.isForced,

@@ -154,6 +154,15 @@ TEST_F(OutputPlaceTest, whatFailsAtTheEndOfAFileIsSaidAndLeavesTheOlderOne) {
   }
 }
 
+TEST_F(OutputPlaceTest, whatOthersWriteToTheStandardOutputStays) {
+  for (const std::string words : {"inspect in/a.wav", "scan in/a.wav -q", "report r.jsonl"}) {
+    const ProgramRun among =
+        run("echo first\n\"$KESTREL\" " + words + " -o /dev/stdout\necho last");
+    EXPECT_EQ(among.output, "first\n" + kestrel(words).output + "last\n");
+    EXPECT_EQ(among.errors, "");
+  }
+}
+
 // The limit is in blocks of 512 bytes; what exceeds it raises SIGXFSZ, unless that is ignored.
 TEST_F(OutputPlaceTest, aLimitToTheSizeOfFilesLeavesTheOlderOne) {
   const std::string inspect = "\"$KESTREL\" inspect in/a.wav --format json -o out";
