@@ -25,12 +25,12 @@ ExitCode runProgram(const std::vector<std::string>& arguments) {
 
 int main(int argc, char** argv) {
   using namespace kestrel::host;
+  prepareStandardStreams();
   const std::vector<std::string> arguments = programArguments(argc, argv);
 #if !defined(_WIN32)
   if (const auto limits = readerCommandIn(arguments)) {
     runReaderProcess(*limits);
   }
 #endif
-  prepareStandardStreams();
   return static_cast<int>(runProgram(arguments));
 }

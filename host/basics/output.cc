@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <cstdio>
-#include <memory>
 #include <random>
 #include <system_error>
 
+#include "host/basics/descriptors.h"
 #include "host/basics/file_names.h"
+#include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
 
 namespace kestrel::host {
@@ -21,41 +21,46 @@ namespace fs = std::filesystem;
                                 printable(utf8FromPath(file)), error.message()));
 }
 
-std::error_code lastError() { return {errno, std::generic_category()}; }
-
-struct Close {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-// Nothing on success.
-std::error_code writeAll(std::FILE* file, std::string_view content) {
-  errno = 0;
-  const bool isWritten = std::fwrite(content.data(), 1, content.size(), file) == content.size();
-  return isWritten && std::fflush(file) == 0 ? std::error_code{} : lastError();
-}
-
-std::FILE* openForWriting(const fs::path& file) {
-#if defined(_WIN32)
-  return ::_wfopen(file.c_str(), L"wb");
-#else
-  return std::fopen(file.c_str(), "wbe");
-#endif
-}
-
-void writeDirectly(const fs::path& target, const fs::path& named, std::string_view content) {
-  const std::unique_ptr<std::FILE, Close> file(openForWriting(target));
-  const std::error_code error = file ? writeAll(file.get(), content) : lastError();
-  if (error) {
-    fail(named, error);
+std::error_code writeInPlace(const fs::path& file, std::string_view content) {
+  const int descriptor = openForWriting(file);
+  if (descriptor < 0) {
+    return lastError();
   }
+  const std::error_code error = writeAll(descriptor, content);
+  const std::error_code closing = closeFile(descriptor);
+  return error ? error : closing;
 }
 
-// A name beside the file that no one else takes.
+// A name in the folder of the file that no one else takes; it is short, whatever the file's is.
 fs::path temporaryBeside(const fs::path& file) {
   std::random_device random;
-  fs::path beside = file;
-  beside += fmt::format(".kestrel-{:08x}.tmp", random());
-  return beside;
+  return file.parent_path() / fmt::format(".kestrel-{:08x}{:08x}.tmp", random(), random());
+}
+
+std::error_code fill(int descriptor, std::string_view content) {
+  std::error_code error = writeAll(descriptor, content);
+  if (!error) {
+    error = synchronise(descriptor);
+  }
+  const std::error_code closing = closeFile(descriptor);
+  return error ? error : closing;
+}
+
+std::error_code replace(const fs::path& target, std::string_view content) {
+  const fs::path temporary = temporaryBeside(target);
+  const int descriptor = createLike(temporary, target);
+  if (descriptor < 0) {
+    return lastError();
+  }
+  std::error_code error = fill(descriptor, content);
+  if (!error) {
+    fs::rename(temporary, target, error);
+  }
+  if (error) {
+    std::error_code ignored;
+    fs::remove(temporary, ignored);
+  }
+  return error;
 }
 
 bool isToBeReplaced(const fs::path& file) {
@@ -64,40 +69,62 @@ bool isToBeReplaced(const fs::path& file) {
   return type == fs::file_type::regular || type == fs::file_type::not_found;
 }
 
+// A link keeps leading to its file.
+fs::path behindLinks(const fs::path& file) {
+  std::error_code error;
+  const fs::path real = fs::weakly_canonical(file, error);
+  return error ? file : real;
+}
+
+std::error_code writeStandardOutput(std::string_view content) {
+  const std::error_code error = writeAll(kStandardOutput, content);
+  return error ? error : tryClosing(kStandardOutput);
+}
+
+// Where there is no output yet only its place tells, and the inputs need not be asked for.
+bool isOneFile(const fs::path& output, const fs::path& input) {
+  std::error_code error;
+  switch (fs::status(output, error).type()) {
+    case fs::file_type::regular:
+      return fs::equivalent(output, input, error);
+    case fs::file_type::not_found:
+      return placeOf(output) == placeOf(input);
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
+void requireOtherFile(const fs::path& output, const std::string& input) {
+  constexpr char kStandardInputFile[] = "/dev/stdin";
+  const fs::path read = input == "-" ? fs::path(kStandardInputFile) : pathFromUtf8(input);
+  if (!input.empty() && isOneFile(output, read)) {
+    throw UsageError(fmt::format("\"{}\" is itself an input: give -o another name",
+                                 printable(utf8FromPath(output))));
+  }
+}
+
 void writeWholeFile(const fs::path& file, std::string_view content) {
-  if (!isToBeReplaced(file)) {
-    writeDirectly(file, file, content);
-    return;
-  }
-  std::error_code error;
-  const fs::path real = fs::weakly_canonical(file, error);  // a link keeps leading to the file
-  const fs::path target = error ? file : real;
-  const fs::path temporary = temporaryBeside(target);
-  try {
-    writeDirectly(temporary, file, content);
-  } catch (const OutputError&) {
-    fs::remove(temporary, error);
-    throw;
-  }
-  fs::rename(temporary, target, error);
+  const std::error_code error =
+      isToBeReplaced(file) ? replace(behindLinks(file), content) : writeInPlace(file, content);
   if (error) {
-    std::error_code ignored;
-    fs::remove(temporary, ignored);
     fail(file, error);
   }
 }
 
 void writeResult(const std::string& file, std::string_view content) {
-  if (!file.empty()) {
-    writeWholeFile(pathFromUtf8(file), content);
-  } else if (writeAll(stdout, content)) {
-    throw OutputError("the result cannot be written to the standard output");
+  if (!file.empty() && file != "-") {
+    return writeWholeFile(pathFromUtf8(file), content);
+  }
+  if (const std::error_code error = writeStandardOutput(content)) {
+    throw OutputError("the result cannot be written to the standard output: " + error.message());
   }
 }
 
-void printMessage(const std::string& text) { fmt::print(stderr, "kestrel: {}\n", text); }
+void printText(const std::string& text) { std::fputs(text.c_str(), stderr); }
+
+void printMessage(const std::string& text) { printText(fmt::format("kestrel: {}\n", text)); }
 
 void printFileMessage(const std::string& name, const std::string& why) {
   printMessage(fmt::format("\"{}\": {}", printable(name), why));

@@ -16,14 +16,23 @@ class OutputError : public std::runtime_error {
 };
 
 /// Writes a file beside the given one and puts it in its place when it is complete, so that nobody
-/// ever finds a half-written file under the name and an older file stays when writing fails. A
-/// device or a pipe is written directly. Raises OutputError.
+/// ever finds a half-written file under the name and an older file stays when writing fails. It
+/// keeps the mode of the older one, and its owner where that is permitted. A device or a pipe is
+/// written directly. Raises OutputError.
 void writeWholeFile(const std::filesystem::path& file, std::string_view content);
 
-/// @param file  in UTF-8; empty: the standard output. Raises OutputError
+/// Raises UsageError when a regular file is to be written that is the input too, by whatever name
+/// or link.
+/// @param input  in UTF-8; "-": the standard input; empty: none
+void requireOtherFile(const std::filesystem::path& output, const std::string& input);
+
+/// @param file  in UTF-8; empty or "-": the standard output. Raises OutputError
 void writeResult(const std::string& file, std::string_view content);
 
-/// A line for the user on the standard error.
+/// A text for the user on the standard error; what cannot be written there is lost.
+void printText(const std::string& text);
+
+/// A line of it.
 void printMessage(const std::string& text);
 
 /// "name": why

@@ -29,7 +29,7 @@ constexpr std::array<ExpectationOption, 4> kExpectations = {{
     {"--layout", &InspectArguments::layout, expectedLayout,
      "Expected: services for each total of tracks, as in 'T8=5.1 Mix,Stereo;T2=Stereo'"},
     {"--layout-file", &InspectArguments::layoutFile, layoutFile,
-     "Expected: the same, read from a file"},
+     "Expected: the same, read from a file; - is the standard input"},
     {"--item", &InspectArguments::item, expectedItem,
      "Expected: a layout of the catalogue, by id, name or services ('Stereo,5.1 Mix')"},
     {"--code", &InspectArguments::code, expectedCode,

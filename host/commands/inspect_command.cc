@@ -12,6 +12,7 @@
 #include "host/basics/usage_error.h"
 #include "host/commands/command_line.h"
 #include "host/commands/inspect_arguments.h"
+#include "host/commands/output_arguments.h"
 #include "host/reading/mediainfo_json.h"
 #include "host/reporting/html_page.h"
 #include "host/reporting/result_json.h"
@@ -37,7 +38,7 @@ struct InspectCommand {
   std::optional<std::string> streamsFrom;
   InspectArguments arguments;
   std::string format = "text";
-  std::string output;
+  OutputArguments output;
 };
 
 using Results = std::vector<FileResult>;
@@ -81,7 +82,7 @@ std::string rendered(const InspectCommand& command, const Results& results) {
   if (command.format == "html") {
     return htmlPage(documentsOf(results));
   }
-  return command.output.empty() ? asText(results) : asPlainText(results);
+  return command.output.isStandardOutput() ? asText(results) : asPlainText(results);
 }
 
 // The options with the reader, and the files when only the reader knows them.
@@ -101,8 +102,16 @@ InspectOptions prepare(InspectCommand& command) {
   return options;
 }
 
+void checkOutput(const InspectCommand& command) {
+  requireNoInput(command.output, command.files);
+  requireNoInput(command.output,
+                 {command.streamsFrom.value_or(""), command.arguments.layoutFile.value_or("")});
+  requireOwn(command.output);
+}
+
 ExitCode runInspect(InspectCommand& command) {
   const InspectOptions options = prepare(command);
+  checkOutput(command);
   Results results;
   ExitCode exitCode = ExitCode::kConforms;
   for (const std::string& file : command.files) {
@@ -112,7 +121,7 @@ ExitCode runInspect(InspectCommand& command) {
       printFileMessage(file, result.error->sentence);
     }
   }
-  writeResult(command.output, rendered(command, results));
+  writeResult(command.output.target(), rendered(command, results));
   return exitCode;
 }
 
@@ -130,8 +139,9 @@ void addInspect(CLI::App& program, CommandRun& run) {
   inspect->add_option("--format", command->format, "text, json or html")
       ->check(CLI::IsMember({"text", "json", "html"}))
       ->capture_default_str();
-  inspect->add_option("-o,--output", command->output,
-                      "Write the result into this file, whole or not at all");
+  addOutputOptions(*inspect, command->output,
+                   "Write the result into this file, whole or not at all; - is the standard "
+                   "output");
   inspect->footer(kInspectFooter);
   inspect->callback([command, &run] { run = [command] { return runInspect(*command); }; });
 }

@@ -11,6 +11,7 @@
 #include "host/basics/output.h"
 #include "host/basics/usage_error.h"
 #include "host/commands/command_line.h"
+#include "host/commands/output_arguments.h"
 #include "host/reporting/report.h"
 #include "host/scanning/scan_files.h"
 
@@ -38,7 +39,7 @@ struct ReportArguments {
   std::string format = kFormats.front().name;
   std::string filesFrom;
   bool isNullEnded = false;
-  std::string output;
+  OutputArguments output;
 };
 
 WantedFiles wantedFiles(const ReportArguments& arguments) {
@@ -53,19 +54,25 @@ WantedFiles wantedFiles(const ReportArguments& arguments) {
 }
 
 ExitCode report(const ReportArguments& arguments) {
+  requireNoInput(arguments.output, arguments.results);
+  requireNoInput(arguments.output, {arguments.filesFrom});
+  requireOwn(arguments.output);
   std::vector<std::filesystem::path> results;
   std::ranges::transform(arguments.results, std::back_inserter(results), pathFromUtf8);
   const auto* format = std::ranges::find(kFormats, arguments.format, &ReportFormat::name);
   const Report made = format->make(results, wantedFiles(arguments));
   std::ranges::for_each(made.warnings, printMessage);
-  writeResult(arguments.output, made.text);
+  writeResult(arguments.output.target(), made.text);
   return ExitCode::kConforms;
 }
 
 void addOptions(CLI::App& command, ReportArguments& arguments) {
   std::vector<std::string> formats;
   std::ranges::transform(kFormats, std::back_inserter(formats), &ReportFormat::name);
-  command.add_option("RESULTS", arguments.results, "Files that kestrel scan wrote")->required();
+  command
+      .add_option("RESULTS", arguments.results,
+                  "Files that kestrel scan wrote; - is the standard input")
+      ->required();
   command
       .add_option("--format", arguments.format,
                   "html: a page; text: the totals; jsonl: the last result of each file, as lines")
@@ -76,8 +83,9 @@ void addOptions(CLI::App& command, ReportArguments& arguments) {
                      "of these, and is not made when one of them has no result");
   command.add_flag("-0,--null", arguments.isNullEnded,
                    "The names of --files-from end with a null byte, not with a newline");
-  command.add_option("-o,--output", arguments.output,
-                     "The report; without it, it goes to the standard output");
+  addOutputOptions(command, arguments.output,
+                   "The report, whole or not at all; without it or with - it goes to the standard "
+                   "output");
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "host/basics/usage_error.h"
 #include "host/commands/command_line.h"
 #include "host/commands/inspect_arguments.h"
+#include "host/commands/output_arguments.h"
 #include "host/scanning/scan.h"
 #include "host/scanning/scan_files.h"
 
@@ -20,6 +21,7 @@ constexpr char kScanExamples[] =
     "Examples:\n"
     "  kestrel scan /media/deliveries -o results.jsonl\n"
     "  kestrel scan /media/deliveries -o results.jsonl --resume\n"
+    "  kestrel scan /media/deliveries -o results.jsonl --recheck\n"
     "  find . -name '*.mxf' -print0 | kestrel scan --files-from - -0 --code 8b > results.jsonl\n"
     "Exit codes: the highest of the files (0 good, 1 does not conform, 2 not examined); 130 after\n"
     "Ctrl-C, which lets the files in hand be finished (a second one does not).";
@@ -28,8 +30,9 @@ struct ScanArguments {
   std::vector<std::string> paths;
   std::string filesFrom;
   bool isNullEnded = false;
-  std::string output;
+  OutputArguments output;
   bool resume = false;
+  bool recheck = false;
   bool isQuiet = false;
   std::size_t jobs = std::max(1U, std::thread::hardware_concurrency());
   InspectArguments inspect;
@@ -46,13 +49,16 @@ void addFileOptions(CLI::App& command, ScanArguments& arguments) {
                    "The paths of --files-from end with a null byte, not with a newline");
 }
 
-void addOutputOptions(CLI::App& command, ScanArguments& arguments) {
-  command.add_option("-o,--output", arguments.output,
-                     "The results, a line of JSON for each file as it is finished; without it "
-                     "they go to the standard output");
+void addScanOptions(CLI::App& command, ScanArguments& arguments) {
+  addOutputOptions(command, arguments.output,
+                   "The results, a line of JSON for each file as it is finished; without it or "
+                   "with - they go to the standard output");
   command.add_flag("--resume", arguments.resume,
                    "Go on with the results of -o: files that stand there and have not changed "
                    "since are not examined again");
+  command.add_flag("--recheck", arguments.recheck,
+                   "Go on with the results of -o, but examine all files anew and tell whose "
+                   "verdict changed");
   command.add_option("--jobs", arguments.jobs, "Files that are examined at the same time")
       ->check(CLI::Range(1, 1024))
       ->capture_default_str();
@@ -71,16 +77,32 @@ std::vector<std::filesystem::path> pathsOf(const ScanArguments& arguments) {
   return paths;
 }
 
+void requireResults(const OutputArguments& output, const std::string& option) {
+  if (output.isStandardOutput()) {
+    throw UsageError(option + " needs -o with a file");
+  }
+  if (output.isForced) {
+    throw UsageError(option + " goes on with results and --force replaces them: give one of them");
+  }
+}
+
 ScanRequest requestOf(const ScanArguments& arguments) {
   if (arguments.isNullEnded && arguments.filesFrom.empty()) {
     throw UsageError("-0 needs --files-from");
   }
-  if (arguments.resume && arguments.output.empty()) {
-    throw UsageError("--resume needs -o");
+  const OutputArguments& output = arguments.output;
+  if (arguments.resume || arguments.recheck) {
+    requireResults(output, arguments.recheck ? "--recheck" : "--resume");
   }
-  return {pathsOf(arguments), inspectOptions(arguments.inspect),
-          arguments.output,   arguments.resume,
-          arguments.isQuiet,  arguments.jobs};
+  requireNoInput(output, {arguments.filesFrom, arguments.inspect.layoutFile.value_or("")});
+  return {.paths = pathsOf(arguments),
+          .inspect = inspectOptions(arguments.inspect),
+          .output = output.target(),
+          .resume = arguments.resume,
+          .recheck = arguments.recheck,
+          .replace = output.isForced,
+          .isQuiet = arguments.isQuiet,
+          .jobs = arguments.jobs};
 }
 
 }  // namespace
@@ -90,7 +112,7 @@ void addScan(CLI::App& program, CommandRun& run) {
       "scan", "Examines many files, whole directories: a line of JSON for each");
   const auto arguments = std::make_shared<ScanArguments>();
   addFileOptions(*command, *arguments);
-  addOutputOptions(*command, *arguments);
+  addScanOptions(*command, *arguments);
   addInspectOptions(*command, arguments->inspect);
   command->footer(kScanExamples);
   command->callback(

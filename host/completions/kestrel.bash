@@ -28,9 +28,9 @@ _kestrel() {
   expected='--layout --layout-file --item --code --order --no-label-check --report-all --strict
     --timeout --memory-limit --require-isolation'
   case $command in
-    inspect) own="--streams-from --format -o --output $expected" formats+=' html' ;;
-    scan) own="--files-from -0 --null -o --output --resume --jobs -q --quiet $expected" ;;
-    report) own='--format --files-from -0 --null -o --output' formats='html text jsonl' ;;
+    inspect) own="--streams-from --format -o --output --force $expected" formats+=' html' ;;
+    scan) own="--files-from -0 --null -o --output --force --resume --recheck --jobs -q --quiet $expected" ;;
+    report) own='--format --files-from -0 --null -o --output --force' formats='html text jsonl' ;;
     catalogue | codes) own='--format' ;;
   esac
   COMPREPLY=()

@@ -4,10 +4,11 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
+#include <sstream>
 
 #include "host/basics/file_names.h"
 #include "host/basics/nearest_name.h"
+#include "host/basics/text_input.h"
 #include "host/basics/text_parts.h"
 #include "host/basics/usage_error.h"
 #include "host/basics/utf8.h"
@@ -123,9 +124,10 @@ const CatalogueItem& itemOf(std::int32_t id) {
 }
 
 // The readable lines of a layout file, joined by ";".
-std::string layoutOfLines(std::istream& lines) {
+std::string layoutOfLines(const std::string& text) {
+  std::istringstream lines(text);
   std::string layout;
-  for (std::string line; layout.size() < kLongestFile && std::getline(lines, line);) {
+  for (std::string line; std::getline(lines, line);) {
     line.erase(line.find_last_not_of(" \r") + 1);
     if (!line.empty() && line.front() != '#') {
       layout += (layout.empty() ? "" : ";") + line;
@@ -153,11 +155,11 @@ Expectation expectedLayout(const std::string& text) {
 }
 
 Expectation expectedLayoutFile(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream || std::filesystem::is_directory(file)) {
-    throw UsageError(fmt::format("the file \"{}\" cannot be read", printable(utf8FromPath(file))));
+  const std::string text = TextInput(file).takeRest(kLongestFile + 1);
+  if (text.size() > kLongestFile) {
+    throw UsageError("the file is longer than 1 MiB");
   }
-  const std::string layout = layoutOfLines(stream);
+  const std::string layout = layoutOfLines(text);
   requireText(layout);
   requireLayout(layout);
   return {ExpectationKind::kLayoutFile, utf8FromPath(file), std::nullopt, "", layout};

@@ -14,7 +14,8 @@ namespace kestrel::host {
 /// an element that names no service.
 Expectation expectedLayout(const std::string& text);
 
-/// A file with a layout description; lines that begin with "#" are left out. Raises UsageError.
+/// A file with a layout description; lines that begin with "#" are left out. Raises UsageError,
+/// and InputError when it cannot be read to its end.
 Expectation expectedLayoutFile(const std::filesystem::path& file);
 
 /// An item of the catalogue, by its id, its name or its services ("Stereo,5.1 Mix"), in any case.

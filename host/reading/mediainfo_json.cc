@@ -4,12 +4,10 @@
 #include "host/reading/mediainfo_json.h"
 
 #include <algorithm>
-#include <array>
-#include <fstream>
-#include <iostream>
 #include <nlohmann/json.hpp>
 
 #include "host/basics/file_names.h"
+#include "host/basics/text_input.h"
 #include "host/reading/media_facts.h"
 
 namespace kestrel::host {
@@ -91,29 +89,6 @@ MediaJson parsed(std::string_view text) {
   return json;
 }
 
-// One byte more than is taken, so that a text that is too long is told from one that just fits.
-std::string contentOf(std::istream& stream) {
-  std::string content;
-  std::array<char, 65536> block{};
-  while (content.size() <= kLongestMediainfoJson && stream) {
-    stream.read(block.data(), static_cast<std::streamsize>(block.size()));
-    content.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-  }
-  return content;
-}
-
-std::string contentOf(const std::string& source) {
-  if (source == "-") {
-    return contentOf(std::cin);
-  }
-  const std::filesystem::path file = pathFromUtf8(source);
-  std::ifstream stream(file, std::ios::binary);
-  if (!stream || std::filesystem::is_directory(file)) {
-    throw NotExamined("json-unreadable", "the JSON file cannot be read");
-  }
-  return contentOf(stream);
-}
-
 // The name without directories, of either kind of separator: the output may come from elsewhere.
 std::string_view lastPart(std::string_view name) {
   return name.substr(name.find_last_of("/\\") + 1);
@@ -134,8 +109,10 @@ std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
   return files;
 }
 
+// One byte more than is taken, so that a text that is too long is told from one that just fits.
 JsonReader::JsonReader(const std::string& source)
-    : media_(mediaFromMediainfoJson(contentOf(source))) {}
+    : media_(mediaFromMediainfoJson(
+          TextInput(pathFromUtf8(source)).takeRest(kLongestMediainfoJson + 1))) {}
 
 ReadMedia JsonReader::read(const std::filesystem::path& file) const {
   const std::string name = utf8FromPath(file);

@@ -25,7 +25,8 @@ std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text);
 class JsonReader : public MediaReader {
  public:
   /// @param source  a file with the output of `mediainfo --Output=JSON -f`, or "-" for the standard
-  ///                input. Raises NotExamined when it cannot be read or is something else
+  ///                input. Raises InputError when it cannot be read, NotExamined when it is
+  ///                something else
   explicit JsonReader(const std::string& source);
 
   /// The file of that name, or else of that name without directories. Where the output is about one

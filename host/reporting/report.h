@@ -2,8 +2,8 @@
 // all files or of those that are asked for.
 //
 // Each raises NoResults for what is no file of results, where there is no result at all, and where
-// a wanted file has none. Of several results for one file, by whatever name, the last counts, in
-// the order of the results files.
+// a wanted file has none; InputError for what cannot be read to its end. Of several results for one
+// file, by whatever name, the last counts, in the order of the results files.
 #pragma once
 
 #include <filesystem>

@@ -3,13 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 #include "host/basics/file_names.h"
+#include "host/basics/text_input.h"
 #include "host/basics/utf8.h"
 #include "host/reporting/result_json.h"
 
@@ -49,25 +48,16 @@ void useWhole(const Json& document, const std::function<void(const Json&)>& use,
   }
 }
 
-std::ifstream open(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::error_code ignored;
-  if (!stream || std::filesystem::is_directory(file, ignored)) {
-    throw NoResults(fmt::format("\"{}\" cannot be read", printable(utf8FromPath(file))));
-  }
-  return stream;
-}
-
 }  // namespace
 
 ResultsEnd readResultsFile(const std::filesystem::path& file,
                            const std::function<void(const Json&)>& use) {
-  std::ifstream stream = open(file);
+  TextInput input(file);
   ResultsEnd end;
   std::uintmax_t number = 0;
-  for (std::string line; std::getline(stream, line);) {
+  for (std::string line; input.takeLine(line);) {
     ++number;
-    const bool isComplete = !stream.eof();
+    const bool isComplete = input.isLineComplete();
     const Json document = Json::parse(line, nullptr, /*allow_exceptions=*/false);
     if (!isResult(document)) {
       end.isTorn = !isComplete && mayBeTorn(line);

@@ -13,7 +13,7 @@
 
 namespace kestrel::host {
 
-/// The file is not one of results, or cannot be read; what() says which line of which file.
+/// The file is not one of results; what() says which line of which file.
 class NoResults : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -26,8 +26,8 @@ struct ResultsEnd {
 };
 
 /// Calls `use` with each document in turn; only one of them is held at a time. Raises NoResults at
-/// the first line that is not a result or for which `use` raises anything; `use` has then seen
-/// those before it.
+/// the first line that is not a result or for which `use` raises anything, InputError where the
+/// file cannot be read; `use` has then seen those before it.
 ResultsEnd readResultsFile(const std::filesystem::path& file,
                            const std::function<void(const Json&)>& use);
 

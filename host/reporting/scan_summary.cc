@@ -86,6 +86,9 @@ std::string summaryText(const ScanSummary& summary) {
   if (!summary.findings.empty()) {
     text += "\n" + table("Finding", byCount(summary.findings));
   }
+  if (!summary.rechecked.empty()) {
+    text += "\n" + table("Recheck", byCount(summary.rechecked));
+  }
   return text;
 }
 

@@ -40,6 +40,8 @@ struct ScanSummary {
   Counts verdicts;
   Counts layouts;
   Counts findings;  ///< the number of files that have one of that id
+  /// How they stand to earlier results; empty when they were not examined for that.
+  Counts rechecked;
 
   void add(const ResultFacts& facts);
 };
@@ -47,7 +49,7 @@ struct ScanSummary {
 /// The highest count first, equal ones by name.
 std::vector<std::pair<std::string, std::size_t>> byCount(const Counts& counts);
 
-/// Three tables for people.
+/// Tables for people.
 std::string summaryText(const ScanSummary& summary);
 
 }  // namespace kestrel::host

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "host/basics/console.h"
+#include "host/basics/output.h"
 
 namespace kestrel::host {
 namespace {
@@ -54,7 +54,7 @@ ProgressBar::ProgressBar(std::size_t total, bool isShown)
 
 ProgressBar::~ProgressBar() {
   if (isShown_) {
-    std::fputs(kClearLine, stderr);
+    printText(kClearLine);
   }
 }
 
@@ -71,7 +71,7 @@ void ProgressBar::draw() {
   }
   drawn_ = Clock::now();
   progress_.elapsed = drawn_ - start_;
-  std::fputs((kClearLine + progressLine(progress_, columns())).c_str(), stderr);
+  printText(kClearLine + progressLine(progress_, columns()));
 }
 
 std::string progressLine(const Progress& progress, std::size_t columns) {

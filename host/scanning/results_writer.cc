@@ -9,6 +9,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "host/basics/descriptors.h"
 #include "host/basics/file_names.h"
 #include "host/basics/output.h"
 #include "host/basics/utf8.h"
@@ -49,7 +50,7 @@ ResultsWriter::ResultsWriter(const std::filesystem::path& file)
     : name_(fmt::format("\"{}\"", printable(utf8FromPath(file)))),
       descriptor_(::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, kMode)) {
   if (descriptor_ < 0) {
-    fail(errno);
+    fail(lastError());
   }
   if (isLockedByAnother(descriptor_)) {
     ::close(descriptor_);
@@ -64,9 +65,8 @@ ResultsWriter::~ResultsWriter() {
   }
 }
 
-void ResultsWriter::fail(int error) const {
-  throw OutputError(
-      fmt::format("{} cannot be written: {}", name_, std::generic_category().message(error)));
+void ResultsWriter::fail(const std::error_code& error) const {
+  throw OutputError(fmt::format("{} cannot be written: {}", name_, error.message()));
 }
 
 void ResultsWriter::refuse() const { throw OutputError(name_ + ": another scan is writing to it"); }
@@ -83,7 +83,7 @@ void ResultsWriter::mend(const ResultsEnd& end) {
     refuse();
   }
   if (end.isTorn && ::ftruncate(descriptor_, static_cast<off_t>(end.size)) != 0) {
-    fail(errno);
+    fail(lastError());
   }
   if (end.lacksNewline) {
     write("\n");
@@ -95,17 +95,28 @@ void ResultsWriter::append(const std::string& line) {
   write(line + "\n");
 }
 
-// A write that a full disk cuts short is followed by one that says why.
+void ResultsWriter::clear() {
+  keepLocked();
+  if (size_ > 0 && ::ftruncate(descriptor_, 0) != 0) {
+    fail(lastError());
+  }
+}
+
+void ResultsWriter::finish() {
+  std::error_code error = size_ < 0 ? std::error_code{} : synchronise(descriptor_);
+  if (!error) {
+    error = tryClosing(descriptor_);
+  }
+  if (error) {
+    fail(error);
+  }
+}
+
 void ResultsWriter::write(std::string_view text) {
   const off_t before = sizeOf(descriptor_);
-  while (!text.empty()) {
-    const ssize_t count = ::write(descriptor_, text.data(), text.size());
-    if (count < 0 && errno != EINTR) {
-      const int error = errno;
-      takeBack(descriptor_, before);
-      fail(error);
-    }
-    text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+  if (const std::error_code error = writeAll(descriptor_, text)) {
+    takeBack(descriptor_, before);
+    fail(error);
   }
 }
 

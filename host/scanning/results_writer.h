@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 
 #include "host/reporting/results_file.h"
 
@@ -27,12 +28,19 @@ class ResultsWriter {
   /// Raises OutputError when another scan wrote to the file while it was read.
   void mend(const ResultsEnd& end);
 
+  /// Takes away all that stands in the file. Raises OutputError.
+  void clear();
+
   /// Raises OutputError when the line cannot be written; what was written of it is taken away. One
   /// thread at a time.
   void append(const std::string& line);
 
+  /// Waits until the lines are on the disk. Raises OutputError for what only shows at the end, such
+  /// as the quota of a network file system.
+  void finish();
+
  private:
-  [[noreturn]] void fail(int error) const;
+  [[noreturn]] void fail(const std::error_code& error) const;
   [[noreturn]] void refuse() const;
   void keepLocked() const;
   void write(std::string_view text);

@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <map>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <string>
@@ -30,6 +30,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// What a file is among those that are examined anew.
+constexpr char kChanged[] = "changed";
+constexpr char kUnchanged[] = "unchanged";
+constexpr char kNew[] = "new";
+
 ScanFiles findFiles(const ScanRequest& request) {
   ScanFiles found = filesOfScan(request.paths);
   for (const std::string& problem : found.problems) {
@@ -37,6 +42,11 @@ ScanFiles findFiles(const ScanRequest& request) {
   }
   if (found.files.empty()) {
     throw UsageError("no media file to scan");
+  }
+  if (!request.output.empty()) {
+    for (const std::string& file : found.files) {
+      requireOtherFile(request.output, file);
+    }
   }
   return found;
 }
@@ -60,8 +70,9 @@ class Scan {
       ProgressBar bar(found_.files.size(), !request_.isQuiet);
       bar_ = &bar;
       shareWork({found_.files.size(), request_.jobs, [] { return ScanInterrupt::signal() != 0; },
-                 [this](std::size_t index) { examine(found_.files[index]); }});
+                 [this](std::size_t index) { examine(index); }});
     }
+    output_.finish();
     return end();
   }
 
@@ -70,15 +81,22 @@ class Scan {
     if (request_.output.empty()) {
       return;
     }
-    if (request_.resume) {
+    if (request_.recheck) {
+      output_.mend(readVerdicts(request_.output, request_.inspect, found_.files, before_));
+      summary_.rechecked = {{kChanged, 0}, {kUnchanged, 0}};
+    } else if (request_.resume) {
       output_.mend(removeDone(request_.output, request_.inspect, found_.files, summary_));
+    } else if (request_.replace) {
+      output_.clear();
     } else if (std::error_code error; fs::file_size(request_.output, error) > 0 && !error) {
-      throw UsageError(fmt::format("\"{}\" holds something already; --resume goes on with results",
-                                   printable(utf8FromPath(request_.output))));
+      throw UsageError(fmt::format(
+          "\"{}\" holds something already; --resume goes on with results, --force replaces it",
+          printable(utf8FromPath(request_.output))));
     }
   }
 
-  void examine(const fs::path& file) {
+  void examine(std::size_t index) {
+    const fs::path file = found_.files[index];
     Json identity = identityOf(file);
     const FileResult result = inspectFile(file, request_.inspect);
     // A reader that is just being started gets the interrupt too, and fails for no fault of the
@@ -92,14 +110,32 @@ class Scan {
     const std::string line = document.dump();
     const std::lock_guard lock(mutex_);
     output_.append(line);
-    summary_.add(factsOf(document));
+    const ResultFacts facts = factsOf(document);
+    summary_.add(facts);
+    compare(index, facts.verdict);
     ++done_;
     bar_->advance();
   }
 
+  void compare(std::size_t index, const std::string& verdict) {
+    if (before_.empty()) {
+      return;
+    }
+    const std::string& before = before_[index];
+    const bool hasChanged = !before.empty() && before != verdict;
+    ++summary_.rechecked[before.empty() ? kNew : hasChanged ? kChanged : kUnchanged];
+    if (hasChanged) {
+      changes_[found_.files[index]] =
+          fmt::format("it was \"{}\", now it is \"{}\"", verdictText(before), verdictText(verdict));
+    }
+  }
+
   ExitCode end() const {
+    for (const auto& [file, change] : changes_) {
+      printFileMessage(file, change);
+    }
     if (!request_.isQuiet) {
-      fmt::print(stderr, "{}", summaryText(summary_));
+      printText(summaryText(summary_));
     }
     if (const int signal = ScanInterrupt::signal(); signal != 0) {
       printMessage(fmt::format("interrupted, {} of {} files are left; --resume goes on with them",
@@ -116,6 +152,8 @@ class Scan {
   ResultsWriter output_;
   ScanSummary summary_;
   std::mutex mutex_;
+  std::vector<std::string> before_;             // the verdicts, when all is examined anew
+  std::map<std::string, std::string> changes_;  // by the names of the files
   std::size_t done_ = 0;
   ProgressBar* bar_ = nullptr;
 };

@@ -15,6 +15,8 @@ struct ScanRequest {
   InspectOptions inspect;
   std::filesystem::path output;  ///< empty: the standard output
   bool resume = false;           ///< go on with the results that stand in the output
+  bool recheck = false;          ///< the same, but examine all files anew and tell what changed
+  bool replace = false;          ///< take away what stands in the output
   bool isQuiet = false;          ///< neither a progress bar nor a summary
   std::size_t jobs = 1;
 };

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <filesystem>
-#include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,9 +30,7 @@ enum class NameEnd : char {
 };
 
 /// The names as they stand, byte by byte; empty ones are left out. The last one needs no end.
-std::vector<std::filesystem::path> namesIn(std::istream& list, NameEnd end);
-
-/// @param file  "-": the standard input. Raises UsageError when it cannot be read.
-std::vector<std::filesystem::path> namesFrom(const std::filesystem::path& file, NameEnd end);
+/// @param list  "-": the standard input. Raises InputError when it cannot be read to its end
+std::vector<std::filesystem::path> namesFrom(const std::filesystem::path& list, NameEnd end);
 
 }  // namespace kestrel::host

@@ -2,12 +2,12 @@
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include <array>
-#include <chrono>
+#include <ctime>
 #include <nlohmann/json.hpp>
 #include <string>
-#include <system_error>
 
 #include "host/reporting/result_json.h"
 
@@ -34,14 +34,9 @@ Json meaningOf(const Json& options, const char* member) {
   return meaning;
 }
 
-namespace fs = std::filesystem;
-
 // In nanoseconds, which is more than a JSON number can hold in every reader: so a text.
-std::string timeText(fs::file_time_type time) {
-  const auto sinceEpoch = fs::file_time_type::clock::to_sys(time).time_since_epoch();
-  const auto seconds = std::chrono::floor<std::chrono::seconds>(sinceEpoch);
-  const auto rest = std::chrono::nanoseconds(sinceEpoch - seconds);
-  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:09}Z", fmt::gmtime(seconds.count()), rest.count());
+std::string timeText(const timespec& time) {
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:09}Z", fmt::gmtime(time.tv_sec), time.tv_nsec);
 }
 
 }  // namespace
@@ -74,17 +69,16 @@ bool isLasting(const Json& document, const Json& now) {
          options->at("timeout") >= now.at("timeout");
 }
 
-Json identityOf(const fs::path& file) {
-  std::error_code error;
-  if (!fs::is_regular_file(file, error)) {
+Json identityOf(const std::filesystem::path& file) {
+  struct stat status {};
+  if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return nullptr;
   }
-  const auto size = fs::file_size(file, error);
-  const auto time = fs::last_write_time(file, error);
-  if (error) {
-    return nullptr;
-  }
-  return {{"size", size}, {"modified", timeText(time)}};
+  return {{"size", status.st_size},
+          {"modified", timeText(status.st_mtim)},
+          {"changed", timeText(status.st_ctim)},
+          {"device", status.st_dev},
+          {"inode", status.st_ino}};
 }
 
 }  // namespace kestrel::host

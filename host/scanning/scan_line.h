@@ -29,8 +29,9 @@ bool isLasting(const Json& document, const Json& now);
 /// The member of that name in a line of a scan.
 inline constexpr char kIdentityMember[] = "identity";
 
-/// By what a scan knows a file again that it has done:
-/// {"size": 1024, "modified": "2026-01-31T12:00:00.123456789Z"}; null for what is no regular file.
+/// By what a scan knows a file again that it has done; null for what is no regular file:
+/// {"size": 1024, "modified": "2026-01-31T12:00:00.123456789Z", "changed": (the same), "device": 1,
+/// "inode": 2}. The time of "modified" can be set back; that of "changed", of the status, cannot.
 Json identityOf(const std::filesystem::path& file);
 
 }  // namespace kestrel::host

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <functional>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
@@ -18,67 +19,79 @@ namespace kestrel::host {
 namespace {
 
 namespace fs = std::filesystem;
-class EarlierResults {
- public:
-  EarlierResults(const std::vector<std::string>& files, const InspectOptions& options)
-      : options_(optionsOf(options)), facts_(files.size()) {
-    for (std::size_t index = 0; index < files.size(); ++index) {
-      places_.emplace(placeOf(files[index]), index);
-    }
-  }
 
-  void take(const Json& document) {
-    const auto options = document.find(kOptionsMember);
-    if (options != document.end() && differences_.empty()) {
-      differences_ = differingOptions(*options, options_);
+// Takes a line about one of the scan's files, and the name that the file has there.
+using UseLine = std::function<void(std::size_t index, const Json& document, const fs::path& file)>;
+
+std::unordered_map<std::string, std::size_t> placesOf(const std::vector<std::string>& files) {
+  std::unordered_map<std::string, std::size_t> places;
+  for (std::size_t index = 0; index < files.size(); ++index) {
+    places.emplace(placeOf(files[index]), index);
+  }
+  return places;
+}
+
+[[noreturn]] void refuse(const fs::path& results, const std::vector<std::string>& differences) {
+  throw UsageError(fmt::format(
+      "\"{}\" holds results of other options ({}): go on with those, or take another file",
+      printable(utf8FromPath(results)), fmt::join(differences, ", ")));
+}
+
+ResultsEnd readEarlier(const fs::path& results, const Json& options,
+                       const std::vector<std::string>& files, const UseLine& use) {
+  const auto places = placesOf(files);
+  std::vector<std::string> differences;  // of the first line that has other options
+  const ResultsEnd end = readResultsFile(results, [&](const Json& document) {
+    const auto itsOptions = document.find(kOptionsMember);
+    if (itsOptions != document.end() && differences.empty()) {
+      differences = differingOptions(*itsOptions, options);
     }
     const fs::path file = fileNameIn(document);
-    if (const auto place = places_.find(placeOf(file)); place != places_.end()) {
-      facts_[place->second] =
-          stillHolds(document, file) ? std::optional(factsOf(document)) : std::nullopt;
+    if (const auto place = places.find(placeOf(file)); place != places.end()) {
+      use(place->second, document, file);
     }
+  });
+  if (!differences.empty()) {
+    refuse(results, differences);
   }
+  return end;
+}
 
-  /// Of the first line that has other options.
-  const std::vector<std::string>& differences() const { return differences_; }
-
-  /// Nothing for a file that is to be examined.
-  const std::optional<ResultFacts>& facts(std::size_t index) const { return facts_[index]; }
-
- private:
-  bool stillHolds(const Json& document, const fs::path& file) const {
-    const auto identity = document.find(kIdentityMember);
-    return identity != document.end() && *identity == identityOf(file) &&
-           isLasting(document, options_);
-  }
-
-  Json options_;
-  std::vector<std::string> differences_;
-  std::vector<std::optional<ResultFacts>> facts_;
-  std::unordered_map<std::string, std::size_t> places_;
-};
+bool stillHolds(const Json& document, const fs::path& file, const Json& options) {
+  const auto identity = document.find(kIdentityMember);
+  return identity != document.end() && *identity == identityOf(file) &&
+         isLasting(document, options);
+}
 
 }  // namespace
 
 ResultsEnd removeDone(const fs::path& results, const InspectOptions& options,
                       std::vector<std::string>& files, ScanSummary& summary) {
-  EarlierResults earlier(files, options);
-  const ResultsEnd end =
-      readResultsFile(results, [&](const Json& document) { earlier.take(document); });
-  if (!earlier.differences().empty()) {
-    throw UsageError(fmt::format(
-        "\"{}\" holds results of other options ({}): go on with those, or take another file",
-        printable(utf8FromPath(results)), fmt::join(earlier.differences(), ", ")));
-  }
+  const Json now = optionsOf(options);
+  std::vector<std::optional<ResultFacts>> done(files.size());
+  const ResultsEnd end = readEarlier(
+      results, now, files, [&](std::size_t index, const Json& document, const fs::path& file) {
+        done[index] =
+            stillHolds(document, file, now) ? std::optional(factsOf(document)) : std::nullopt;
+      });
   std::size_t index = 0;
   std::erase_if(files, [&](const std::string&) {
-    const std::optional<ResultFacts>& facts = earlier.facts(index++);
+    const std::optional<ResultFacts>& facts = done[index++];
     if (facts) {
       summary.add(*facts);
     }
     return facts.has_value();
   });
   return end;
+}
+
+ResultsEnd readVerdicts(const fs::path& results, const InspectOptions& options,
+                        const std::vector<std::string>& files, std::vector<std::string>& verdicts) {
+  verdicts.assign(files.size(), "");
+  return readEarlier(results, optionsOf(options), files,
+                     [&](std::size_t index, const Json& document, const fs::path& /*file*/) {
+                       verdicts[index] = document.at("verdict").at("result").get<std::string>();
+                     });
 }
 
 }  // namespace kestrel::host

@@ -5,6 +5,10 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 #include "tests/host/support/temporary_directory.h"
 
@@ -65,6 +69,47 @@ TEST(OutputTest, aLinkKeepsLeadingToItsFile) {
   writeWholeFile(directory / "link", "new");
   EXPECT_TRUE(fs::is_symlink(directory / "link"));
   EXPECT_EQ(contentOf(directory / "real"), "new");
+}
+
+mode_t modeOf(const fs::path& file) {
+  struct stat status {};
+  EXPECT_EQ(::stat(file.c_str(), &status), 0);
+  return status.st_mode & 07777;
+}
+
+TEST(OutputTest, aFileThatIsReplacedKeepsItsModeAndANewOneFollowsTheUmask) {
+  const TemporaryDirectory directory;
+  const fs::path file = directory / "file";
+  const mode_t before = ::umask(027);
+  writeWholeFile(file, "first");
+  EXPECT_EQ(modeOf(file), 0640U);
+  for (const mode_t mode : {0600U, 0604U, 0666U, 0755U}) {
+    ASSERT_EQ(::chmod(file.c_str(), mode), 0);
+    writeWholeFile(file, "next");
+    EXPECT_EQ(modeOf(file), mode);
+  }
+  ::umask(before);
+}
+
+TEST(OutputTest, aFileThatIsReplacedKeepsItsOwner) {
+  if (::geteuid() != 0) {
+    GTEST_SKIP() << "only the super-user may give files away";
+  }
+  const TemporaryDirectory directory;
+  const fs::path file = directory.write("file", "first");
+  ASSERT_EQ(::chown(file.c_str(), 12, 34), 0);
+  writeWholeFile(file, "next");
+  struct stat status {};
+  ASSERT_EQ(::stat(file.c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 12U);
+  EXPECT_EQ(status.st_gid, 34U);
+}
+
+TEST(OutputTest, theLongestNameIsWritten) {
+  const TemporaryDirectory directory;
+  const fs::path file = directory / std::string(255, 'x');
+  writeWholeFile(file, "first");
+  EXPECT_EQ(contentOf(file), "first");
 }
 
 #endif

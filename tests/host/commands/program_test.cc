@@ -218,7 +218,7 @@ TEST(ProgramTest, jsonThatIsNotMediainfosIsSaid) {
                 "the JSON is not that of mediainfo: a file has no \"media\"");
   const std::string none = directory / "none.json";
   expectFailure(runProgramProcess({"inspect", "--streams-from", none}),
-                "the JSON file cannot be read");
+                '"' + none + "\" cannot be read: No such file or directory");
 }
 
 TEST(ProgramTest, aJsonOf100MegabytesIsRefusedAtOnce) {
@@ -357,7 +357,7 @@ TEST(ProgramTest, aResultThatCannotBeWrittenIsAFailure) {
   RunOptions fullDisk;
   fullDisk.outputFile = "/dev/full";
   expectFailure(inspect(kMedia / "mxf_8mono.mxf", {}, fullDisk),
-                "the result cannot be written to the standard output");
+                "the result cannot be written to the standard output: No space left on device");
 }
 
 }  // namespace

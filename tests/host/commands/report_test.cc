@@ -14,6 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr char kOlderPage[] = "<!DOCTYPE html>\n<meta name=\"generator\" content=\"kestrel\">\n";
+
 class ReportTest : public ::testing::Test {
  protected:
   ProgramRun run(const std::string& script) const { return runScript(directory_ / "", script); }
@@ -44,13 +46,13 @@ TEST_F(ReportTest, aScanOfRealFilesBecomesAPage) {
 }
 
 TEST_F(ReportTest, thePageIsWrittenWholeOrNotAtAll) {
-  directory_.write("page.html", "an older page");
+  directory_.write("page.html", kOlderPage);
   directory_.write("bad.jsonl", "text\n");
   const ProgramRun bad = run("\"$KESTREL\" report bad.jsonl -o page.html");
   EXPECT_EQ(bad.exitCode, 2);
   EXPECT_EQ(bad.errors,
             "kestrel: \"bad.jsonl\" is no file of results: line 1 is no result of kestrel\n");
-  EXPECT_EQ(contentIn("page.html"), "an older page");
+  EXPECT_EQ(contentIn("page.html"), kOlderPage);
 }
 
 TEST_F(ReportTest, linesOfTwoScansBecomeOneFileWithEachFileOnce) {
@@ -72,14 +74,14 @@ TEST_F(ReportTest, linesOfTwoScansBecomeOneFileWithEachFileOnce) {
 TEST_F(ReportTest, aListedFileWithoutAResultKeepsTheReportFromBeingMade) {
   ASSERT_EQ(
       run("\"$KESTREL\" scan '" KESTREL_TEST_MEDIA "/rf64_stereo.wav' -q -o r.jsonl").exitCode, 0);
-  directory_.write("out", "older");
+  directory_.write("out", kOlderPage);
   directory_.write("list", "none.wav\n");
   const ProgramRun report =
       run("\"$KESTREL\" report r.jsonl --files-from list --format jsonl -o out");
   EXPECT_EQ(report.exitCode, 2);
   EXPECT_EQ(report.errors,
             "kestrel: 1 of the 1 files of the list have no result, such as \"none.wav\"\n");
-  EXPECT_EQ(contentIn("out"), "older");
+  EXPECT_EQ(contentIn("out"), kOlderPage);
   EXPECT_EQ(run("\"$KESTREL\" report r.jsonl -0").errors, "kestrel: -0 needs --files-from\n");
   EXPECT_EQ(run("\"$KESTREL\" report r.jsonl --files-from none").exitCode, 2);
   EXPECT_EQ(run("\"$KESTREL\" report r.jsonl --format pdf").exitCode, 2);

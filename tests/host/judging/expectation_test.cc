@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/basics/text_input.h"
 #include "host/basics/usage_error.h"
 #include "host/judging/catalogue_items.h"
 #include "tests/host/support/temporary_directory.h"
@@ -113,9 +114,15 @@ TEST(ExpectationTest, aLayoutFileHasCommentsAndLines) {
   const Expectation expectation = expectedLayoutFile(file);
   EXPECT_EQ(expectation.kind, ExpectationKind::kLayoutFile);
   EXPECT_EQ(expectation.description, "T2=Stereo;T4=Stereo,Stereo");
-  EXPECT_THROW(expectedLayoutFile(directory / "none"), UsageError);
-  EXPECT_THROW(expectedLayoutFile(directory / "."), UsageError);
+  EXPECT_THROW(expectedLayoutFile(directory / "none"), InputError);
+  EXPECT_THROW(expectedLayoutFile(directory / "."), InputError);
   EXPECT_THROW(expectedLayoutFile(directory.write("empty", "")), UsageError);
+  const std::string entry = "T2=Stereo\n";
+  const auto longest =
+      directory.write("long", entry + std::string((1U << 20) - entry.size(), '\n'));
+  EXPECT_EQ(expectedLayoutFile(longest).description, "T2=Stereo");
+  std::filesystem::resize_file(longest, (1U << 20) + 1);
+  EXPECT_THROW(expectedLayoutFile(longest), UsageError);
   // The library would read up to the NUL only.
   const std::string withNul("T1=Mono\0T2=Stereo", 18);
   EXPECT_THROW(expectedLayoutFile(directory.write("nul", withNul)), UsageError);

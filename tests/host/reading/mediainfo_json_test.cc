@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/basics/text_input.h"
 #include "host/reading/media_facts.h"
 #include "tests/host/support/temporary_directory.h"
 
@@ -119,7 +120,7 @@ TEST(JsonReaderTest, theOnlyFileHasAnyName) {
 TEST(JsonReaderTest, aSourceThatCannotBeReadIsSaid) {
   const TemporaryDirectory directory;
   for (const std::string name : {"none", "."}) {
-    EXPECT_THROW(JsonReader((directory / name).string()), NotExamined);
+    EXPECT_THROW(JsonReader((directory / name).string()), InputError);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "host/basics/text_input.h"
 #include "host/reporting/results_file.h"
 #include "tests/host/support/html_documents.h"
 #include "tests/host/support/temporary_directory.h"
@@ -89,8 +90,8 @@ TEST_F(ReportPageTest, whatIsNoFileOfResultsIsRefused) {
   expectRefusal(line(conformingDocument()) + "{}\n" + line(codedDocument()), "line 2 is no result");
   expectRefusal("[" + conformingDocument().dump() + "]\n", "line 1 is no result");
   expectRefusal(std::string(100000, '['), "line 1 is no result");
-  EXPECT_THROW(reportPage({directory_ / "none"}), NoResults);
-  EXPECT_THROW(reportPage({directory_ / ""}), NoResults);
+  EXPECT_THROW(reportPage({directory_ / "none"}), InputError);
+  EXPECT_THROW(reportPage({directory_ / ""}), InputError);
 }
 
 TEST_F(ReportPageTest, aResultThatLacksPartsIsRefused) {

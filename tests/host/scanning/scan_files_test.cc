@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
-#include "host/basics/usage_error.h"
+#include "host/basics/text_input.h"
 #include "tests/host/support/temporary_directory.h"
 
 namespace kestrel::host {
@@ -61,6 +60,7 @@ TEST(ScanFilesTest, whatIsNamedIsTakenEvenIfItIsNotThere) {
 }
 
 TEST(ScanFileListTest, namesEndAsTheyAreSaidTo) {
+  const TemporaryDirectory directory;
   const struct {
     std::string text;
     NameEnd end;
@@ -74,14 +74,13 @@ TEST(ScanFileListTest, namesEndAsTheyAreSaidTo) {
               {std::string("a\nb\0c\0", 6), NameEnd::kNull, {"a\nb", "c"}},
               {std::string("\0\0a", 3), NameEnd::kNull, {"a"}}};
   for (const auto& row : rows) {
-    std::istringstream list(row.text);
-    EXPECT_EQ(namesIn(list, row.end), row.names) << row.text;
+    EXPECT_EQ(namesFrom(directory.write("list", row.text), row.end), row.names) << row.text;
   }
 }
 
 TEST(ScanFileListTest, aListThatCannotBeReadIsRefused) {
-  EXPECT_THROW(namesFrom("/none/list", NameEnd::kNewline), UsageError);
-  EXPECT_THROW(namesFrom("/", NameEnd::kNewline), UsageError);
+  EXPECT_THROW(namesFrom("/none/list", NameEnd::kNewline), InputError);
+  EXPECT_THROW(namesFrom("/", NameEnd::kNewline), InputError);
 }
 
 }  // namespace

@@ -120,6 +120,75 @@ TEST_F(ScanResumeTest, onlyWhatIsNewOrChangedIsDone) {
   EXPECT_NE(more.errors.find("identified  7\n"), std::string::npos) << more.errors;
 }
 
+TEST_F(ScanResumeTest, aSwappedFileWhoseTimeWasSetBackIsDone) {
+  makeFastFiles();
+  ASSERT_EQ(scan("").exitCode, 0);
+  std::string before = results();
+  const auto modified = fs::last_write_time(path("in/b.mxf"));
+  fs::copy_file(path("in/a.mxf"), path("other"));
+  fs::last_write_time(path("other"), modified);
+  fs::rename(path("other"), path("in/b.mxf"));
+  ASSERT_EQ(scan().exitCode, 0);
+  EXPECT_EQ(namesIn(results().substr(before.size())), Names{"b.mxf"});
+  before = results();
+  directory_.write("in/c.mxf", contentOf(path("in/a.mxf")));  // the same inode
+  fs::last_write_time(path("in/c.mxf"), modified);
+  ASSERT_EQ(scan().exitCode, 0);
+  EXPECT_EQ(namesIn(results().substr(before.size())), Names{"c.mxf"});
+}
+
+TEST_F(ScanResumeTest, linesThatKnowAFileByLessAreDoneAgain) {
+  makeFastFiles();
+  ASSERT_EQ(scan("").exitCode, 0);
+  for (const char* member : {"size", "modified", "changed", "device", "inode"}) {
+    std::string older;
+    for (nlohmann::ordered_json document : documentsIn(results())) {
+      document["identity"].erase(member);
+      older += document.dump() + "\n";
+    }
+    directory_.write("r.jsonl", older);
+    ASSERT_EQ(scan().exitCode, 0);
+    EXPECT_EQ(namesIn(results().substr(older.size())), kAll) << member;
+    directory_.write("r.jsonl", results().substr(older.size()));
+  }
+}
+
+TEST_F(ScanResumeTest, aRecheckExaminesAllAndTellsWhatChanged) {
+  makeFastFiles();
+  ASSERT_EQ(scan("").exitCode, 0);
+  const std::string before = results();
+  const ProgramRun same = scan("--recheck");
+  EXPECT_EQ(same.exitCode, 0);
+  EXPECT_EQ(namesIn(results().substr(before.size())), kAll);
+  EXPECT_TRUE(holds(same.errors, "\nRecheck    Files\nunchanged  6\nchanged    0\n"))
+      << same.errors;
+  directory_.write("in/b.mxf", "broken");
+  fs::copy_file(path("in/a.mxf"), path("in/new.mxf"));
+  const ProgramRun changed = scan("--recheck --resume");
+  EXPECT_EQ(changed.exitCode, 2);
+  EXPECT_TRUE(changed.errors.starts_with(
+      "kestrel: \"in/b.mxf\": it was \"identified\", now it is \"not examined\"\n"))
+      << changed.errors;
+  EXPECT_TRUE(
+      holds(changed.errors, "\nRecheck    Files\nunchanged  5\nchanged    1\nnew        1\n"))
+      << changed.errors;
+  EXPECT_EQ(scan("--recheck -q").errors, "") << "the last line of a file counts";
+}
+
+TEST_F(ScanResumeTest, aRecheckNeedsResultsOfTheSameOptions) {
+  makeFastFiles();
+  ASSERT_EQ(scan("").exitCode, 0);
+  const std::string before = results();
+  expectFailure(scan("--recheck --strict"),
+                "\"r.jsonl\" holds results of other options "
+                "(--strict): go on with those, or take another file");
+  expectFailure(scan("--recheck --force"),
+                "--recheck goes on with results and --force replaces them: give one of them");
+  expectFailure(runScript(path(""), "\"$KESTREL\" scan in --recheck"),
+                "--recheck needs -o with a file");
+  EXPECT_EQ(results(), before);
+}
+
 TEST_F(ScanResumeTest, theExitCodeCountsWhatWasDoneBefore) {
   makeFastFiles();
   fs::copy_file(kScannedMedia / "wav_mono.wav", path("in/unknown.wav"));
@@ -145,7 +214,6 @@ TEST_F(ScanResumeTest, whatCouldNotBeExaminedIsTriedAgainAndItsLastLineCounts) {
   EXPECT_NE(second.errors.find("not examined  1\n"), std::string::npos) << second.errors;
   EXPECT_EQ(results().substr(0, before.size()), before);
   EXPECT_EQ(namesIn(results().substr(before.size())), Names{"bad.mxf"});
-  // The same size and time as before: only that it was not examined makes it be tried again.
   directory_.write("in/bad.mxf", good);
   fs::last_write_time(path("in/bad.mxf"), changed);
   const ProgramRun third = scan();
@@ -176,7 +244,8 @@ TEST_F(ScanResumeTest, withoutItAFileOfResultsIsLeftAlone) {
   const ProgramRun refused = scan("");
   EXPECT_EQ(refused.exitCode, 2);
   EXPECT_EQ(refused.errors,
-            "kestrel: \"r.jsonl\" holds something already; --resume goes on with results\n");
+            "kestrel: \"r.jsonl\" holds something already; --resume goes on with results, "
+            "--force replaces it\n");
   EXPECT_EQ(results(), "precious\n");
   EXPECT_EQ(runScript(path(""), "\"$KESTREL\" scan in --resume").exitCode, 2);
 }
