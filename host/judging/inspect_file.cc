@@ -21,9 +21,6 @@
 namespace kestrel::host {
 namespace {
 
-// More than any real file has; it bounds the memory that a forged number of channels takes.
-constexpr std::int64_t kMostExamined = 4096;
-
 MappedMedia readAndMap(const std::filesystem::path& file, const MediaReader& reader,
                        FileFacts& facts) {
   const ReadMedia read = reader.read(file);
@@ -44,7 +41,7 @@ void requireFewTracks(const MappedMedia& media) {
   for (const AudioStreamInfo& stream : media.streams) {
     tracks += std::max(stream.channelCount, 2);
   }
-  if (tracks > kMostExamined) {
+  if (tracks > kMostExaminedTracks) {
     throw NotExamined("too-many-tracks", fmt::format("it claims to have {} audio tracks", tracks));
   }
 }

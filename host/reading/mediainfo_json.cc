@@ -10,30 +10,29 @@
 #include <nlohmann/json.hpp>
 
 #include "host/basics/file_names.h"
+#include "host/basics/json.h"
 #include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {
 
-using MediaJson = nlohmann::json;
-
 [[noreturn]] void reject(const std::string& why) {
   throw NotExamined("bad-json", "the JSON is not that of mediainfo: " + why);
 }
 
-std::string textIn(const MediaJson& object, const char* name) {
+std::string textIn(const ForeignJson& object, const char* name) {
   const auto found = object.find(name);
   return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
 // Some fields stand among the extra ones. Empty where there is none, or something else than a text.
-std::string field(const MediaJson& stream, const char* name) {
+std::string field(const ForeignJson& stream, const char* name) {
   const std::string text = textIn(stream, name);
   const auto extra = stream.find("extra");
   return text.empty() && extra != stream.end() ? textIn(*extra, name) : text;
 }
 
-RawAudioStream audioStream(const MediaJson& stream) {
+RawAudioStream audioStream(const ForeignJson& stream) {
   return {
       .id = field(stream, "ID"),
       .format = field(stream, "Format"),
@@ -46,7 +45,7 @@ RawAudioStream audioStream(const MediaJson& stream) {
   };
 }
 
-void addStream(const MediaJson& stream, RawMedia& media) {
+void addStream(const ForeignJson& stream, RawMedia& media) {
   const std::string type = field(stream, "@type");
   if (type == "General") {
     media.container = field(stream, "Format");
@@ -59,7 +58,7 @@ void addStream(const MediaJson& stream, RawMedia& media) {
   }
 }
 
-NamedMedia namedMedia(const MediaJson& file) {
+NamedMedia namedMedia(const ForeignJson& file) {
   const auto media = file.is_object() ? file.find("media") : file.end();
   if (!file.is_object() || media == file.end()) {
     reject("a file has no \"media\"");
@@ -72,7 +71,7 @@ NamedMedia namedMedia(const MediaJson& file) {
     reject(R"(there is no list "track" in "media")");
   }
   NamedMedia named{field(*media, "@ref"), {}};
-  for (const MediaJson& stream : *tracks) {
+  for (const ForeignJson& stream : *tracks) {
     if (stream.is_object()) {
       addStream(stream, named.media);
     }
@@ -80,11 +79,11 @@ NamedMedia namedMedia(const MediaJson& file) {
   return named;
 }
 
-MediaJson parsed(std::string_view text) {
+ForeignJson parsed(std::string_view text) {
   if (text.size() > kLongestMediainfoJson) {
     throw NotExamined("json-too-long", "the JSON is longer than 64 MiB");
   }
-  MediaJson json = MediaJson::parse(text, nullptr, false);
+  ForeignJson json = parsedJson<ForeignJson>(text);
   if (json.is_discarded()) {
     reject("it is no JSON at all");
   }
@@ -122,13 +121,13 @@ std::string_view lastPart(std::string_view name) {
 }  // namespace
 
 std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
-  const MediaJson json = parsed(text);
+  const ForeignJson json = parsed(text);
   std::vector<NamedMedia> files;
   if (!json.is_array()) {
     files.push_back(namedMedia(json));
     return files;
   }
-  for (const MediaJson& file : json) {
+  for (const ForeignJson& file : json) {
     files.push_back(namedMedia(file));
   }
   return files;

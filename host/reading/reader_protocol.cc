@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
+#include "host/basics/json.h"
 #include "host/basics/text_parts.h"
 #include "host/reading/media_facts.h"
 
@@ -94,13 +95,12 @@ NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(RawMedia, container, isTruncated, declaredLay
 std::string rawMediaToJson(const RawMedia& media) {
   constexpr int kOneLine = -1;
   constexpr bool kAsciiOnly = true;
-  return nlohmann::json(media).dump(kOneLine, ' ', kAsciiOnly,
-                                    nlohmann::json::error_handler_t::replace);
+  return ForeignJson(media).dump(kOneLine, ' ', kAsciiOnly, ForeignJson::error_handler_t::replace);
 }
 
 RawMedia rawMediaFromJson(std::string_view json) {
   try {
-    return nlohmann::json::parse(json).get<RawMedia>();
+    return parsedJson<ForeignJson>(json).get<RawMedia>();
   } catch (const nlohmann::json::exception&) {
     throw NotExamined("reader-failed", "the reader's answer cannot be understood");
   }
