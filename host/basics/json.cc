@@ -1,10 +1,15 @@
 // The text is read twice: first by one who only counts, then by one who builds.
 #include "host/basics/json.h"
 
+#include <fmt/format.h>
+
+#include <cstdint>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <type_traits>
 #include <vector>
+
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {
@@ -57,7 +62,36 @@ class Bounds : public nlohmann::json_sax<Value> {
 };
 // NOLINTEND(readability-identifier-naming)
 
+// All of those that isUnseen() and JSON lets stand begin with one of these bytes.
+constexpr std::string_view kBeginsUnseen = "\x7f\xc2\xd8\xe2\xef";
+
+std::size_t lengthOfCharacter(char first) {
+  const auto byte = static_cast<unsigned char>(first);
+  return byte < 0x80 ? 1 : byte < 0xE0 ? 2 : 3;
+}
+
+// The text is UTF-8, so the character is whole.
+void addShown(std::string& shown, std::string_view character) {
+  const std::wstring wide = wideFromUtf8(character).value_or(L" ");
+  const auto unit = static_cast<char32_t>(wide.front());
+  shown += isUnseen(unit) ? fmt::format("\\u{:04x}", static_cast<std::uint32_t>(unit))
+                          : std::string(character);
+}
+
 }  // namespace
+
+std::string jsonText(const Json& json, int indent) {
+  const std::string text = json.dump(indent);
+  std::string shown;
+  std::size_t done = 0;
+  for (std::size_t at = text.find_first_of(kBeginsUnseen); at != std::string::npos;
+       at = text.find_first_of(kBeginsUnseen, done)) {
+    shown.append(text, done, at - done);
+    done = at + lengthOfCharacter(text[at]);
+    addShown(shown, std::string_view(text).substr(at, done - at));
+  }
+  return shown.append(text, done);
+}
 
 template <typename Value>
 Value parsedJson(std::string_view text) {

@@ -3,11 +3,13 @@
 
 #include <cstddef>
 #include <nlohmann/json_fwd.hpp>
+#include <string>
 #include <string_view>
 
 namespace kestrel::host {
 
-/// The JSON that the host writes: its fields stay in the order in which they were set.
+/// The JSON that the host writes by jsonText(): its fields stay in the order in which they were
+/// set.
 using Json = nlohmann::ordered_json;
 
 /// JSON of others, of which the host looks up fields in objects of any size.
@@ -28,5 +30,9 @@ Value parsedJson(std::string_view text);
 
 extern template Json parsedJson<Json>(std::string_view text);
 extern template ForeignJson parsedJson<ForeignJson>(std::string_view text);
+
+/// What isUnseen() stands as an escape, so that the text may go to a terminal. On several lines
+/// with an indent of 0 or more. All texts in it must be UTF-8.
+std::string jsonText(const Json& json, int indent = -1);
 
 }  // namespace kestrel::host

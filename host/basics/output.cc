@@ -97,7 +97,7 @@ void writeResult(const std::string& file, std::string_view content) {
   }
 }
 
-void printMessage(const std::string& text) { fmt::print(stderr, "kestrel: {}\n", text); }
+void printMessage(const std::string& text) { fmt::print(stderr, "kestrel: {}\n", visible(text)); }
 
 void printFileMessage(const std::string& name, const std::string& why) {
   printMessage(fmt::format("\"{}\": {}", printable(name), why));

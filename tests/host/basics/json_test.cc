@@ -36,6 +36,17 @@ TEST(JsonTest, fieldsStayInTheirOrder) {
             R"({"b":[1,-2,0.5,null,true],"a":"x"})");
 }
 
+TEST(JsonTest, whatCannotBeSeenIsWrittenAsAnEscape) {
+  const Json json = {
+      {"a", "\x1b\x7f\xc2\x9b é\xc2\xa0\xe2\x80\xae\xd8\x9c\xe2\x82\xac\xef\xbb\xbf"},
+      {"\xe2\x80\xa8", "\xf0\x9f\x8e\xac"}};
+  EXPECT_EQ(jsonText(json),
+            "{\"a\":\"\\u001b\\u007f\\u009b é\xc2\xa0\\u202e\\u061c\xe2\x82\xac\\ufeff\","
+            "\"\\u2028\":\"\xf0\x9f\x8e\xac\"}");
+  EXPECT_EQ(parsedJson<Json>(jsonText(json)), json);
+  EXPECT_EQ(jsonText({{"a", 1}}, 2), "{\n  \"a\": 1\n}");
+}
+
 TEST(JsonTest, whatIsNoJsonIsDiscarded) {
   for (const char* text : {"", " ", "{", "[1,]", "{\"a\":}", "\"\xff\"", "1 2", "1e999", "<a/>"}) {
     EXPECT_FALSE(isTaken(text)) << text;
