@@ -3,11 +3,11 @@
 // stream  {"@type": "General" | "Audio" | "Other" | ..., field: text, ..., "extra": {field: text}}
 #include "host/reading/mediainfo_json.h"
 
-#include <algorithm>
 #include <array>
 #include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "host/basics/file_names.h"
 #include "host/basics/json.h"
@@ -120,37 +120,49 @@ std::string_view lastPart(std::string_view name) {
 
 }  // namespace
 
+// What a file was made of is dropped at once, so that both are never held in full.
 std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
-  const ForeignJson json = parsed(text);
+  ForeignJson json = parsed(text);
   std::vector<NamedMedia> files;
   if (!json.is_array()) {
     files.push_back(namedMedia(json));
     return files;
   }
-  for (const ForeignJson& file : json) {
-    files.push_back(namedMedia(file));
+  files.reserve(json.size());
+  for (ForeignJson& file : json) {
+    files.push_back(namedMedia(std::exchange(file, nullptr)));
   }
   return files;
 }
 
 JsonReader::JsonReader(const std::string& source)
-    : media_(mediaFromMediainfoJson(contentOf(source))) {}
+    : media_(mediaFromMediainfoJson(contentOf(source))) {
+  for (std::size_t index = 0; index < media_.size(); ++index) {
+    byName_.emplace(media_[index].file, index);
+    byLastPart_.emplace(lastPart(media_[index].file), index);
+  }
+}
+
+const NamedMedia* JsonReader::found(const std::string& name) const {
+  if (const auto place = byName_.find(name); place != byName_.end()) {
+    return &media_[place->second];
+  }
+  if (media_.size() == 1) {
+    return &media_.front();
+  }
+  const auto place = byLastPart_.find(std::string(lastPart(name)));
+  return place == byLastPart_.end() ? nullptr : &media_[place->second];
+}
 
 ReadMedia JsonReader::read(const std::filesystem::path& file) const {
-  const std::string name = utf8FromPath(file);
-  auto found = std::ranges::find(media_, name, &NamedMedia::file);
-  if (found == media_.end()) {
-    found = std::ranges::find_if(media_, [&](const NamedMedia& media) {
-      return media_.size() == 1 || lastPart(media.file) == lastPart(name);
-    });
-  }
-  if (found == media_.end()) {
+  const NamedMedia* media = found(utf8FromPath(file));
+  if (media == nullptr) {
     throw NotExamined("not-in-json", "the JSON has nothing about it");
   }
-  if (found->media.container.empty()) {
+  if (media->media.container.empty()) {
     throw NotExamined("not-media", "not a media file that mediainfo knows");
   }
-  return {found->media, "mediainfo-json", ""};
+  return {media->media, "mediainfo-json", ""};
 }
 
 std::vector<std::string> JsonReader::files() const {
