@@ -130,6 +130,19 @@ bool isRun(const TrackNumbers& tracks) {
 
 TrackMap trackMap(const MappedMedia& media) { return Layer(media).run(); }
 
+// Pairs are few tracks each, so they are laid out; the channels of plain streams are only added up.
+std::int64_t claimedTracks(const MappedMedia& media) {
+  MappedMedia pairs = media;
+  std::int64_t channels = 0;
+  for (AudioStreamInfo& stream : pairs.streams) {
+    if (stream.isPairCoded == 0) {
+      channels += std::max(stream.channelCount, 0);
+      stream.channelCount = 0;
+    }
+  }
+  return channels + trackTotal(trackMap(pairs));
+}
+
 std::int32_t trackTotal(const TrackMap& map) {
   return static_cast<std::int32_t>(map.tracks.size());
 }
