@@ -16,6 +16,7 @@
 #include "fuzz/host_text.h"
 #include "host/basics/text_columns.h"
 #include "host/basics/usage_error.h"
+#include "host/basics/utf8.h"
 #include "host/judging/catalogue_items.h"
 #include "host/judging/expectation.h"
 #include "host/judging/layout_description.h"
@@ -104,7 +105,7 @@ bool isSound(const std::string& text, const std::vector<LayoutEntry>& entries) {
 
 // Carets stand under the text of the line above them.
 void checkCarets(const std::string& text, const std::string& explanation) {
-  const std::size_t widest = 4 + std::max<std::size_t>(host::columnsOf(text), 1);
+  const std::size_t widest = 4 + std::max<std::size_t>(host::columnsOf(host::visible(text)), 1);
   std::string_view rest = explanation;
   while (!rest.empty()) {
     const std::string_view line = rest.substr(0, rest.find('\n'));

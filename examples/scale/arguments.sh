@@ -8,7 +8,7 @@ if [ $# -lt 2 ]; then
   exit 2
 fi
 list=$1
-folder=$(realpath -m "$2")
+folder=$(realpath -m -- "$2")
 shift 2
 own=()
 while [ $# -gt 0 ]; do

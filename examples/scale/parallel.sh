@@ -19,7 +19,11 @@ left=$("$here/prepare.py" "$list" "$folder" "$@")
 if [ -n "$left" ]; then
   # A shard that fails, or whose machine does, is tried again, on another machine if there is one.
   # What is left then is said by the merging. Which shell a machine's login has must not matter.
-  PARALLEL_SHELL=/bin/sh parallel --quote --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
-    "$folder/scan-shard.sh" "$folder" <<<"$left" || true
+  # The folder is an argument like the shards: in the command, parallel would run Perl code that its
+  # name holds. Arguments are quoted, but not where the command begins with one. They end with null
+  # bytes, since a name may hold newlines.
+  tr '\n' '\0' <<<"$left" |
+    PARALLEL_SHELL=/bin/sh parallel --null --retries 3 --joblog "+$folder/joblog" "${own[@]}" \
+      'bash {1}/scan-shard.sh {1} {2}' ::: "$folder" :::: - || true
 fi
 exec "$folder/merge.sh" "$folder"

@@ -16,13 +16,14 @@ here=$(dirname "$(realpath "$0")")
 
 left=$("$here/prepare.py" "$list" "$folder" "$@")
 mkdir -p "$folder/logs"
+logs=${folder//%/%%}/logs # sbatch reads %a and the like
 after=()
 if [ -n "$left" ]; then
   array=$(sbatch --parsable --requeue --open-mode=append --job-name=kestrel-scan \
-    --output="$folder/logs/%a.log" --array="$(paste -s -d, <<<"$left")" "${own[@]}" \
+    --output="$logs/%a.log" --array="$(paste -s -d, <<<"$left")" "${own[@]}" \
     "$folder/scan-shard.sh" "$folder")
   # Also after a failure, so that the merging says what is left.
   after=(--dependency="afterany:${array%%;*}")
 fi
-exec sbatch --parsable --requeue --job-name=kestrel-merge --output="$folder/logs/merge.log" \
+exec sbatch --parsable --requeue --job-name=kestrel-merge --output="$logs/merge.log" \
   "${own[@]}" "${after[@]}" "$folder/merge.sh" "$folder"

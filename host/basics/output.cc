@@ -124,7 +124,9 @@ void writeResult(const std::string& file, std::string_view content) {
 
 void printText(const std::string& text) { std::fputs(text.c_str(), stderr); }
 
-void printMessage(const std::string& text) { printText(fmt::format("kestrel: {}\n", text)); }
+void printMessage(const std::string& text) {
+  printText(fmt::format("kestrel: {}\n", visible(text)));
+}
 
 void printFileMessage(const std::string& name, const std::string& why) {
   printMessage(fmt::format("\"{}\": {}", printable(name), why));

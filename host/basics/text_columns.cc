@@ -8,6 +8,7 @@
 
 #include "host/basics/console.h"
 #include "host/basics/text_parts.h"
+#include "host/basics/utf8.h"
 
 namespace kestrel::host {
 namespace {
@@ -76,7 +77,7 @@ Colour serviceColour(std::size_t index) {
 }
 
 StyledLine& StyledLine::add(std::string_view text, Colour colour) {
-  parts_.push_back({std::string(text), colour});
+  parts_.push_back({visible(text), colour});
   return *this;
 }
 
@@ -98,9 +99,10 @@ std::string StyledLine::text(const TextStyle& style) const {
   return line + "\n";
 }
 
-std::string wrapped(std::string_view text, const TextStyle& style) {
+std::string wrapped(std::string_view raw, const TextStyle& style) {
+  const std::string text = visible(raw);
   if (style.columns == 0) {
-    return std::string(text) + "\n";
+    return text + "\n";
   }
   std::string result;
   std::string line;
@@ -124,7 +126,10 @@ std::size_t columnsOf(const std::string& text) {
       text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
 }
 
-std::vector<std::string> textTableLines(const std::vector<TableRow>& rows) {
+std::vector<std::string> textTableLines(std::vector<TableRow> rows) {
+  for (TableRow& row : rows) {
+    std::ranges::transform(row, row.begin(), visible);
+  }
   std::vector<std::string> lines(rows.size());
   const std::size_t columns = rows.empty() ? 0 : rows.front().size();
   for (std::size_t column = 0; column < columns; ++column) {

@@ -25,6 +25,8 @@ inline constexpr std::size_t kServiceColours = 5;
 /// The colour of the index-th service; neighbours differ.
 Colour serviceColour(std::size_t index);
 
+/// What the lines, tables and wrapped texts below are made of becomes visible() (utf8.h).
+
 /// A line in parts of one colour each, cut to the width of the terminal.
 class StyledLine {
  public:
@@ -55,6 +57,6 @@ using TableRow = std::vector<std::string>;
 std::string textTable(const std::vector<TableRow>& rows);
 
 /// The same line by line, all of one width, with two blanks at least at the end of each.
-std::vector<std::string> textTableLines(const std::vector<TableRow>& rows);
+std::vector<std::string> textTableLines(std::vector<TableRow> rows);
 
 }  // namespace kestrel::host

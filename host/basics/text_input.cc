@@ -36,11 +36,11 @@ TextInput::~TextInput() {
   }
 }
 
-bool TextInput::takeLine(std::string& line, char end) {
+bool TextInput::takeLine(std::string& line, char end, std::size_t limit) {
   line.clear();
   isLineComplete_ = false;
   bool hasAny = false;
-  while (!isLineComplete_ && hasMore()) {
+  while (!isLineComplete_ && line.size() <= limit && hasMore()) {
     const std::size_t at = std::min(block_.find(end, used_), block_.size());
     line.append(block_, used_, at - used_);
     isLineComplete_ = at < block_.size();

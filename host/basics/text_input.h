@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -24,9 +25,11 @@ class TextInput {
   TextInput& operator=(const TextInput&) = delete;
   ~TextInput();
 
-  /// Takes what stands before the next `end`, and that; the last line needs none. False at the end
-  /// of the text. Raises InputError.
-  bool takeLine(std::string& line, char end = '\n');
+  /// Takes what stands before the next `end`, and that; the last line needs none. Of a line that is
+  /// longer than `limit` bytes it takes more than that, but not the whole. False at the end of the
+  /// text. Raises InputError.
+  bool takeLine(std::string& line, char end = '\n',
+                std::size_t limit = std::numeric_limits<std::size_t>::max());
 
   /// Whether the line that was taken last has its end.
   bool isLineComplete() const { return isLineComplete_; }

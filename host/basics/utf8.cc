@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <system_error>
 #include <type_traits>
@@ -39,6 +40,28 @@ void replaceWhatIsNoCharacter(WideText& text) {
   }
 }
 
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+// C0 and C1 controls; Arabic letter mark; no width; line ends, embeddings, overrides; isolates;
+// byte order mark; annotations.
+constexpr std::array<Range, 8> kUnseen = {{{0x00, 0x1F},
+                                           {0x7F, 0x9F},
+                                           {0x061C, 0x061C},
+                                           {0x200B, 0x200F},
+                                           {0x2028, 0x202E},
+                                           {0x2060, 0x2069},
+                                           {0xFEFF, 0xFEFF},
+                                           {0xFFF9, 0xFFFB}}};
+
+// By fmt's debug form, which escapes more than isUnseen(): also what no standard has assigned.
+std::string escaped(std::string_view text) {
+  const std::string quoted = fmt::format("{:?}", text);
+  return quoted.substr(1, quoted.size() - 2);
+}
+
 }  // namespace
 
 std::optional<std::wstring> wideFromUtf8(std::string_view text) {
@@ -61,9 +84,25 @@ std::string utf8FromWide(std::wstring_view text) {
   return {utf8.begin(), utf8.end()};
 }
 
-std::string printable(std::string_view text) {
-  const std::string quoted = fmt::format("{:?}", text);
-  return quoted.substr(1, quoted.size() - 2);
+bool isUnseen(char32_t character) {
+  return std::ranges::any_of(
+      kUnseen, [=](Range range) { return isWithin(character, range.first, range.last); });
 }
+
+std::string visible(std::string_view text) {
+  constexpr std::string_view kKept = "\"\\";
+  std::string shown;
+  while (!text.empty()) {
+    const std::size_t length = std::min(text.find_first_of(kKept), text.size());
+    shown += escaped(text.substr(0, length));
+    text.remove_prefix(length);
+    const std::size_t kept = std::min(text.find_first_not_of(kKept), text.size());
+    shown += text.substr(0, kept);
+    text.remove_prefix(kept);
+  }
+  return shown;
+}
+
+std::string printable(std::string_view text) { return escaped(text); }
 
 }  // namespace kestrel::host

@@ -72,7 +72,7 @@ void addTable(CLI::App& program, CommandRun& run, const TableCommand& table) {
   command->footer(table.examples);
   command->callback([format, &run, &table] {
     run = [format, &table] {
-      writeResult("", *format == "json" ? table.json().dump(2) + "\n" : table.text());
+      writeResult("", *format == "json" ? jsonText(table.json(), 2) + "\n" : table.text());
       return ExitCode::kConforms;
     };
   });

@@ -72,7 +72,7 @@ Json documentsOf(const Results& results) {
 
 std::string asJson(const Results& results) {
   const Json documents = documentsOf(results);
-  return (results.size() == 1 ? documents.front() : documents).dump(2) + "\n";
+  return jsonText(results.size() == 1 ? documents.front() : documents, 2) + "\n";
 }
 
 std::string rendered(const InspectCommand& command, const Results& results) {

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <limits>
 #include <numeric>
 
 #include "host/basics/text_parts.h"
@@ -15,6 +16,13 @@ std::vector<std::string> labelsOf(const AudioStreamInfo& info) {
   const std::string text = utf8FromWide(info.trackLabels);
   const std::vector<std::string_view> labels = splitAtBlanks(text);
   return {labels.begin(), labels.end()};
+}
+
+// An id may hold any number; one that no channel can have is none.
+std::optional<std::int32_t> channelNumber(std::optional<std::int64_t> number) {
+  const bool isChannel =
+      number && *number >= 1 && *number <= std::numeric_limits<std::int32_t>::max();
+  return isChannel ? std::optional(static_cast<std::int32_t>(*number)) : std::nullopt;
 }
 
 // Lays stream after stream. A pair is joined by the streams that stand on it too.
@@ -35,9 +43,7 @@ class Layer {
     const ShownStream& shown = media_.shown[index];
     AudioStream stream;
     stream.id = shown.id;
-    if (shown.splitChannel) {
-      stream.channel = static_cast<std::int32_t>(*shown.splitChannel);
-    }
+    stream.channel = channelNumber(shown.splitChannel);
     stream.format = shown.format;
     stream.channels = info.channelCount;
     stream.sampleRate = std::max(info.formatKey1, 0);
@@ -123,6 +129,19 @@ bool isRun(const TrackNumbers& tracks) {
 }  // namespace
 
 TrackMap trackMap(const MappedMedia& media) { return Layer(media).run(); }
+
+// Pairs are few tracks each, so they are laid out; the channels of plain streams are only added up.
+std::int64_t claimedTracks(const MappedMedia& media) {
+  MappedMedia pairs = media;
+  std::int64_t channels = 0;
+  for (AudioStreamInfo& stream : pairs.streams) {
+    if (stream.isPairCoded == 0) {
+      channels += std::max(stream.channelCount, 0);
+      stream.channelCount = 0;
+    }
+  }
+  return channels + trackTotal(trackMap(pairs));
+}
 
 std::int32_t trackTotal(const TrackMap& map) {
   return static_cast<std::int32_t>(map.tracks.size());

@@ -13,6 +13,9 @@ namespace kestrel::host {
 /// of one number, and all that share a pair, stand on two tracks together.
 TrackMap trackMap(const MappedMedia& media);
 
+/// How many tracks the map would have. A forged number of channels takes no memory here.
+std::int64_t claimedTracks(const MappedMedia& media);
+
 std::int32_t trackTotal(const TrackMap& map);
 
 /// The labels of some tracks, in track order; an empty text for a track that has none.

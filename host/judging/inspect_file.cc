@@ -21,9 +21,6 @@
 namespace kestrel::host {
 namespace {
 
-// More than any real file has; it bounds the memory that a forged number of channels takes.
-constexpr std::int64_t kMostExamined = 4096;
-
 MappedMedia readAndMap(const std::filesystem::path& file, const MediaReader& reader,
                        FileFacts& facts) {
   const ReadMedia read = reader.read(file);
@@ -39,13 +36,17 @@ MappedMedia readAndMap(const std::filesystem::path& file, const MediaReader& rea
   return media;
 }
 
+// Streams are bounded too: any number of programmes can stand on one pair, and some have no
+// channel.
 void requireFewTracks(const MappedMedia& media) {
-  std::int64_t tracks = 0;
-  for (const AudioStreamInfo& stream : media.streams) {
-    tracks += std::max(stream.channelCount, 2);
-  }
-  if (tracks > kMostExamined) {
+  const std::int64_t tracks = claimedTracks(media);
+  if (tracks > kMostExaminedTracks) {
     throw NotExamined("too-many-tracks", fmt::format("it claims to have {} audio tracks", tracks));
+  }
+  if (media.streams.size() > kMostExaminedTracks) {
+    throw NotExamined("too-many-tracks",
+                      fmt::format("it claims to have {} audio streams on {} tracks",
+                                  media.streams.size(), tracks));
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -11,6 +12,9 @@
 #include "host/reading/media_reader.h"
 
 namespace kestrel::host {
+
+/// More than any real file has; it bounds the memory that a forged number of channels takes.
+inline constexpr std::int32_t kMostExaminedTracks = 4096;
 
 struct InspectOptions {
   /// What the user expects; empty: what the file declares, or nothing.

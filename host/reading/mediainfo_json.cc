@@ -3,35 +3,34 @@
 // stream  {"@type": "General" | "Audio" | "Other" | ..., field: text, ..., "extra": {field: text}}
 #include "host/reading/mediainfo_json.h"
 
-#include <algorithm>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "host/basics/file_names.h"
+#include "host/basics/json.h"
 #include "host/basics/text_input.h"
 #include "host/reading/media_facts.h"
 
 namespace kestrel::host {
 namespace {
 
-using MediaJson = nlohmann::json;
-
 [[noreturn]] void reject(const std::string& why) {
   throw NotExamined("bad-json", "the JSON is not that of mediainfo: " + why);
 }
 
-std::string textIn(const MediaJson& object, const char* name) {
+std::string textIn(const ForeignJson& object, const char* name) {
   const auto found = object.find(name);
   return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
 // Some fields stand among the extra ones. Empty where there is none, or something else than a text.
-std::string field(const MediaJson& stream, const char* name) {
+std::string field(const ForeignJson& stream, const char* name) {
   const std::string text = textIn(stream, name);
   const auto extra = stream.find("extra");
   return text.empty() && extra != stream.end() ? textIn(*extra, name) : text;
 }
 
-RawAudioStream audioStream(const MediaJson& stream) {
+RawAudioStream audioStream(const ForeignJson& stream) {
   return {
       .id = field(stream, "ID"),
       .format = field(stream, "Format"),
@@ -44,7 +43,7 @@ RawAudioStream audioStream(const MediaJson& stream) {
   };
 }
 
-void addStream(const MediaJson& stream, RawMedia& media) {
+void addStream(const ForeignJson& stream, RawMedia& media) {
   const std::string type = field(stream, "@type");
   if (type == "General") {
     media.container = field(stream, "Format");
@@ -57,7 +56,7 @@ void addStream(const MediaJson& stream, RawMedia& media) {
   }
 }
 
-NamedMedia namedMedia(const MediaJson& file) {
+NamedMedia namedMedia(const ForeignJson& file) {
   const auto media = file.is_object() ? file.find("media") : file.end();
   if (!file.is_object() || media == file.end()) {
     reject("a file has no \"media\"");
@@ -70,7 +69,7 @@ NamedMedia namedMedia(const MediaJson& file) {
     reject(R"(there is no list "track" in "media")");
   }
   NamedMedia named{field(*media, "@ref"), {}};
-  for (const MediaJson& stream : *tracks) {
+  for (const ForeignJson& stream : *tracks) {
     if (stream.is_object()) {
       addStream(stream, named.media);
     }
@@ -78,11 +77,11 @@ NamedMedia namedMedia(const MediaJson& file) {
   return named;
 }
 
-MediaJson parsed(std::string_view text) {
+ForeignJson parsed(std::string_view text) {
   if (text.size() > kLongestMediainfoJson) {
     throw NotExamined("json-too-long", "the JSON is longer than 64 MiB");
   }
-  MediaJson json = MediaJson::parse(text, nullptr, false);
+  ForeignJson json = parsedJson<ForeignJson>(text);
   if (json.is_discarded()) {
     reject("it is no JSON at all");
   }
@@ -96,15 +95,17 @@ std::string_view lastPart(std::string_view name) {
 
 }  // namespace
 
+// What a file was made of is dropped at once, so that both are never held in full.
 std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
-  const MediaJson json = parsed(text);
+  ForeignJson json = parsed(text);
   std::vector<NamedMedia> files;
   if (!json.is_array()) {
     files.push_back(namedMedia(json));
     return files;
   }
-  for (const MediaJson& file : json) {
-    files.push_back(namedMedia(file));
+  files.reserve(json.size());
+  for (ForeignJson& file : json) {
+    files.push_back(namedMedia(std::exchange(file, nullptr)));
   }
   return files;
 }
@@ -112,23 +113,33 @@ std::vector<NamedMedia> mediaFromMediainfoJson(std::string_view text) {
 // One byte more than is taken, so that a text that is too long is told from one that just fits.
 JsonReader::JsonReader(const std::string& source)
     : media_(mediaFromMediainfoJson(
-          TextInput(pathFromUtf8(source)).takeRest(kLongestMediainfoJson + 1))) {}
+          TextInput(pathFromUtf8(source)).takeRest(kLongestMediainfoJson + 1))) {
+  for (std::size_t index = 0; index < media_.size(); ++index) {
+    byName_.emplace(media_[index].file, index);
+    byLastPart_.emplace(lastPart(media_[index].file), index);
+  }
+}
+
+const NamedMedia* JsonReader::found(const std::string& name) const {
+  if (const auto place = byName_.find(name); place != byName_.end()) {
+    return &media_[place->second];
+  }
+  if (media_.size() == 1) {
+    return &media_.front();
+  }
+  const auto place = byLastPart_.find(std::string(lastPart(name)));
+  return place == byLastPart_.end() ? nullptr : &media_[place->second];
+}
 
 ReadMedia JsonReader::read(const std::filesystem::path& file) const {
-  const std::string name = utf8FromPath(file);
-  auto found = std::ranges::find(media_, name, &NamedMedia::file);
-  if (found == media_.end()) {
-    found = std::ranges::find_if(media_, [&](const NamedMedia& media) {
-      return media_.size() == 1 || lastPart(media.file) == lastPart(name);
-    });
-  }
-  if (found == media_.end()) {
+  const NamedMedia* media = found(utf8FromPath(file));
+  if (media == nullptr) {
     throw NotExamined("not-in-json", "the JSON has nothing about it");
   }
-  if (found->media.container.empty()) {
+  if (media->media.container.empty()) {
     throw NotExamined("not-media", "not a media file that mediainfo knows");
   }
-  return {found->media, "mediainfo-json", ""};
+  return {media->media, "mediainfo-json", ""};
 }
 
 std::vector<std::string> JsonReader::files() const {

@@ -2,8 +2,10 @@
 // from it, so that no media file is touched.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "host/reading/media_facts.h"
@@ -37,7 +39,13 @@ class JsonReader : public MediaReader {
   std::vector<std::string> files() const;
 
  private:
+  const NamedMedia* found(const std::string& name) const;
+
+  using Places = std::unordered_map<std::string, std::size_t>;
+
   std::vector<NamedMedia> media_;
+  Places byName_;      ///< the first of each name
+  Places byLastPart_;  ///< the first of each name without directories
 };
 
 }  // namespace kestrel::host

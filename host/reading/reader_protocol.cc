@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <nlohmann/json.hpp>
 
+#include "host/basics/json.h"
 #include "host/basics/text_parts.h"
 #include "host/reading/media_facts.h"
 
@@ -96,10 +97,10 @@ namespace {
 constexpr char kReason[] = "notExamined";
 constexpr char kSentence[] = "sentence";
 
-std::string oneLine(const nlohmann::json& json) {
+std::string oneLine(const ForeignJson& json) {
   constexpr int kOneLine = -1;
   constexpr bool kAsciiOnly = true;
-  return json.dump(kOneLine, ' ', kAsciiOnly, nlohmann::json::error_handler_t::replace);
+  return json.dump(kOneLine, ' ', kAsciiOnly, ForeignJson::error_handler_t::replace);
 }
 
 }  // namespace
@@ -112,7 +113,7 @@ std::string reasonToJson(const NotExamined& reason) {
 
 RawMedia rawMediaFromJson(std::string_view json) {
   try {
-    const auto answer = nlohmann::json::parse(json);
+    const auto answer = parsedJson<ForeignJson>(json);
     if (answer.contains(kReason)) {
       throw NotExamined(answer.at(kReason).get<std::string>(),
                         answer.at(kSentence).get<std::string>());

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -23,6 +25,9 @@ constexpr int kInset = 2;
 constexpr int kRowGap = 6;
 constexpr int kLineHeight = 20;
 constexpr int kBoxHeight = 34;
+// In a row. Those of a result of this program lie side by side, so that the columns bound them; the
+// programmes of coded pairs lie below each other.
+constexpr std::size_t kMostBoxes = 1024;
 constexpr int kBaseline = 5;  // from the middle of a box down to the line its text stands on
 
 struct ServiceKind {
@@ -89,7 +94,7 @@ class Picture {
 
   void addRun(const TrackRun& run, int y, const Box& box) {
     const int last = std::min(run.first + run.count - 1, columns_);
-    if (run.first > last) {
+    if (run.first > last || rows_.back()["boxes"].size() >= kMostBoxes) {
       return;
     }
     const int width = (last - run.first + 1) * kColumn - 2 * kInset;
@@ -159,12 +164,8 @@ class Picture {
     endRow();
   }
 
-  bool isFirstOnItsPair(const Json& stream) const {
-    const Json& streams = document_.at("streams");
-    const auto first = std::ranges::find_if(streams, [&](const Json& other) {
-      return other.at("pairCoded").get<bool>() && other.at("tracks") == stream.at("tracks");
-    });
-    return &*first == &stream;
+  bool isFirstOnItsPair(const Json& stream) {
+    return pairs_.insert(stream.at("tracks").dump()).second;
   }
 
   // Each programme of a pair stands one line below the one before.
@@ -244,6 +245,7 @@ class Picture {
   int y_ = 0;
   int height_ = 0;
   Json rows_ = Json::array();
+  std::set<std::string> pairs_;  // of which a stream was drawn
 };
 
 }  // namespace

@@ -134,7 +134,7 @@ std::string servicesOn(const Json& services, int track) {
   std::string text;
   for (const Json& service : services) {
     if (holdsTrack(service.at("tracks"), track)) {
-      text += (text.empty() ? "" : ", ") + service.at("name").get<std::string>();
+      addToCell(text, ", ", service.at("name").get_ref<const std::string&>());
     }
   }
   return text;
@@ -143,8 +143,7 @@ std::string servicesOn(const Json& services, int track) {
 std::string carriedBy(const Json& document, const Json& track) {
   std::string text;
   for (const Json& index : track.at("streams")) {
-    text += text.empty() ? "" : "; ";
-    text += streamText(document.at("streams").at(index.get<std::size_t>()));
+    addToCell(text, "; ", streamText(document.at("streams").at(index.get<std::size_t>())));
   }
   return text;
 }

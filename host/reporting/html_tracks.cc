@@ -16,7 +16,7 @@ void mark(TrackMarks& marks, const Json& source, bool isError, bool differs) {
     TrackMark& own = marks[number.get<int>()];
     own.isError = own.isError || isError;
     own.differs = own.differs || differs;
-    own.text += (own.text.empty() ? "" : "; ") + source.at("sentence").get<std::string>();
+    addToCell(own.text, "; ", source.at("sentence").get_ref<const std::string&>());
   }
 }
 
@@ -32,6 +32,18 @@ std::string amountText(const Json& amount, const char* unit) {
 }
 
 }  // namespace
+
+void addToCell(std::string& cell, std::string_view separator, std::string_view text) {
+  constexpr std::string_view kCut = "…";
+  if (cell.ends_with(kCut)) {
+    return;
+  }
+  if (cell.size() + separator.size() + text.size() > kLongestCell) {
+    cell.append(cell.empty() ? "" : separator).append(kCut);
+    return;
+  }
+  cell.append(cell.empty() ? "" : separator).append(text);
+}
 
 std::vector<TrackRun> runsOf(const Json& tracks) {
   std::vector<TrackRun> runs;

@@ -1,8 +1,10 @@
 // The tracks and streams of a result, as the page writes and draws them.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/basics/json.h"
@@ -29,6 +31,13 @@ bool holdsTrack(const Json& tracks, int track);
 int trackColumns(const Json& document);
 
 inline constexpr int kMostTracks = 128;
+
+/// In bytes. What is said of each of many tracks could make a page far larger than the result.
+inline constexpr std::size_t kLongestCell = 4096;
+
+/// Adds a text, behind a separator unless it is the first; where it does not fit, "…" for it and
+/// for all that follow. The page says each of these texts in full at another place.
+void addToCell(std::string& cell, std::string_view separator, std::string_view text);
 
 /// What a finding or a disagreement says about a track.
 struct TrackMark {

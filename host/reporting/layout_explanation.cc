@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "host/basics/text_columns.h"
-#include "host/basics/text_parts.h"
 #include "host/basics/utf8.h"
 #include "host/evidence/track_map.h"
 #include "host/judging/catalogue_items.h"
@@ -35,15 +34,15 @@ class Explainer {
   }
 
  private:
-  void write(const std::string& line) { result_.text += line + "\n"; }
+  void write(const std::string& line) { result_.text += visible(line) + "\n"; }
 
   // The sentence, then the text with carets under a stretch of it.
   void complain(std::size_t offset, std::size_t length, const std::string& sentence) {
     result_.isSound = false;
     write("  " + sentence);
-    write("    " + onOneLine(description_));  // as many columns as characters
-    const std::size_t before = columnsOf(description_.substr(0, offset));
-    const std::size_t under = columnsOf(description_.substr(offset, length));
+    write("    " + visible(description_));
+    const std::size_t before = columnsOf(visible(description_.substr(0, offset)));
+    const std::size_t under = columnsOf(visible(description_.substr(offset, length)));
     write("    " + std::string(before, ' ') + std::string(std::max<std::size_t>(under, 1), '^'));
   }
 

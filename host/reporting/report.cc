@@ -138,7 +138,7 @@ Report reportLines(const std::vector<fs::path>& results, const WantedFiles& want
   report.warnings =
       readResults(results, wanted, [&](const std::string& place, const Json& document) {
         factsOf(document);  // a line that lacks what is counted is refused, as by the other forms
-        lines[place] = document.dump() + "\n";
+        lines[place] = jsonText(document) + "\n";
       });
   for (const auto& [place, line] : lines) {
     report.text += line;

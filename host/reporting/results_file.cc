@@ -10,6 +10,7 @@
 #include "host/basics/file_names.h"
 #include "host/basics/text_input.h"
 #include "host/basics/utf8.h"
+#include "host/reporting/result_form.h"
 #include "host/reporting/result_json.h"
 
 namespace kestrel::host {
@@ -32,19 +33,27 @@ bool isResult(const Json& document) {
   return schema != document.end() && *schema == kResultSchema && document.contains("file");
 }
 
-[[noreturn]] void reject(const std::filesystem::path& file, std::uintmax_t line) {
-  throw NoResults(fmt::format("\"{}\" is no file of results: line {} is no result of kestrel",
-                              printable(utf8FromPath(file)), line));
+[[noreturn]] void reject(const std::filesystem::path& file, std::uintmax_t line, const char* why) {
+  throw NoResults(fmt::format("\"{}\" is no file of results: line {} is {}",
+                              printable(utf8FromPath(file)), line, why));
+}
+
+[[noreturn]] void rejectForm(const std::filesystem::path& file, std::uintmax_t line,
+                             const std::string& why) {
+  throw NoResults(fmt::format("\"{}\": line {} is not a whole result: {}",
+                              printable(utf8FromPath(file)), line, printable(why)));
 }
 
 // A document of the right schema may still lack members.
 void useWhole(const Json& document, const std::function<void(const Json&)>& use,
               const std::filesystem::path& file, std::uintmax_t line) {
+  if (const std::string error = formErrorIn(document); !error.empty()) {
+    rejectForm(file, line, error);
+  }
   try {
     use(document);
   } catch (const std::exception& error) {
-    throw NoResults(fmt::format("\"{}\": line {} is not a whole result: {}",
-                                printable(utf8FromPath(file)), line, printable(error.what())));
+    rejectForm(file, line, error.what());
   }
 }
 
@@ -55,14 +64,17 @@ ResultsEnd readResultsFile(const std::filesystem::path& file,
   TextInput input(file);
   ResultsEnd end;
   std::uintmax_t number = 0;
-  for (std::string line; input.takeLine(line);) {
+  for (std::string line; input.takeLine(line, '\n', kLongestLine);) {
     ++number;
+    if (line.size() > kLongestLine) {
+      reject(file, number, "longer than 16 MiB");
+    }
     const bool isComplete = input.isLineComplete();
-    const Json document = Json::parse(line, nullptr, /*allow_exceptions=*/false);
+    const Json document = parsedJson<Json>(line);
     if (!isResult(document)) {
       end.isTorn = !isComplete && mayBeTorn(line);
       if (!end.isTorn) {
-        reject(file, number);
+        reject(file, number, "no result of kestrel");
       }
       break;
     }

@@ -107,7 +107,7 @@ class Scan {
     Json document = toJson(result);
     document[kIdentityMember] = std::move(identity);
     document[kOptionsMember] = options_;
-    const std::string line = document.dump();
+    const std::string line = jsonText(document);
     const std::lock_guard lock(mutex_);
     output_.append(line);
     const ResultFacts facts = factsOf(document);

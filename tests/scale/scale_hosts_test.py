@@ -60,6 +60,39 @@ class Hosts(ScaleTest):
         self.expect_results_of_one_scan(60)
 
 
+class Folders(ScaleTest):
+    """Names of the folder that a shell, GNU parallel or Perl would read as something else."""
+
+    NAMES = ["o{= open(my $f, '>', 'attacked') =}", "o{}", "o {#} {%} {1} {2} {.}", "-o", "--",
+             "o'\"$(touch attacked)`touch attacked`", "two\nlines", "o ::: x", "$HOME;*?\\", "+%"]
+
+    def expect_results_in(self, name, *options):
+        run = subprocess.run([PARALLEL, "list", name, *options], env=self.environment,
+                             capture_output=True, text=True, check=False, cwd=self.folder)
+        self.assertEqual(run.returncode, 0, f"{name!r}: {run.stderr}")
+        self.assertEqual(len(documents(self.folder / name / "results.jsonl")), 4)
+        self.assertTrue((self.folder / name / "joblog").exists(), name)
+
+    def entries(self):
+        return {file.name for file in self.folder.iterdir()}
+
+    def test_any_name_will_do(self):
+        write_list(self.folder / "list", self.make_list(14)[:4])
+        expected = self.entries() | {"home"}
+        for name in self.NAMES:
+            self.expect_results_in(name)
+            expected.add(name)
+            self.assertEqual(self.entries() - {"home"}, expected - {"home"}, name)
+
+
+class OddFolderOnHosts(Hosts):
+    """All of it over hosts too, whose shells read the command once more."""
+
+    def setUp(self):
+        super().setUp()
+        self.out = self.folder / "o{= `touch attacked` =} '\"$(touch attacked) {1}"
+
+
 class Shards(ScaleTest):
     """The work on one shard by itself."""
 

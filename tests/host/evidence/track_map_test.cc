@@ -104,6 +104,14 @@ TEST(TrackMapTest, partsOfASplitTrackKeepTheReadersIds) {
   EXPECT_EQ(map.streams[2].channel, 3);
 }
 
+TEST(TrackMapTest, aNumberThatNoChannelHasIsNone) {
+  for (const char* id : {"2001-0", "2001-2147483648", "2001-4294967296"}) {
+    RawAudioStream part = plainStream(id, 1);
+    part.muxingMode = "Multiple";
+    EXPECT_EQ(trackMapOf(mediaOf({part})).streams[0].channel, std::nullopt) << id;
+  }
+}
+
 TEST(TrackMapTest, tracksAreToldInWords) {
   EXPECT_EQ(tracksInWords({}), "no track");
   EXPECT_EQ(tracksInWords({3}), "track 3");

@@ -367,6 +367,29 @@ TEST(InspectFileTest, aForgedNumberOfChannelsTakesNoMemory) {
   EXPECT_EQ(inspectMedia(mediaOf({})).error->id, "no-audio");
 }
 
+std::string claimOf(std::size_t streams, int channels) {
+  const auto result =
+      inspectMedia(mediaOf(std::vector<RawAudioStream>(streams, plainStream("", channels))));
+  return result.error ? result.error->sentence : "";
+}
+
+TEST(InspectFileTest, aTrackThatIsClaimedCountsOnce) {
+  EXPECT_EQ(claimOf(4095, 1), "");
+  EXPECT_EQ(claimOf(4096, 1), "");
+  EXPECT_EQ(claimOf(4097, 1), "it claims to have 4097 audio tracks");
+  EXPECT_EQ(claimOf(512, 8), "");
+  EXPECT_EQ(claimOf(513, 8), "it claims to have 4104 audio tracks");
+  EXPECT_EQ(claimOf(2, 2'000'000'000), "it claims to have 4000000000 audio tracks");
+  EXPECT_EQ(claimOf(4097, 0), "it claims to have 4097 audio streams on 0 tracks");
+}
+
+TEST(InspectFileTest, whatIsClaimedIsWhatIsLaidOut) {
+  for (const char* labels : {"-", "- - E - -", "E E", "- E", "L R C"}) {
+    const MappedMedia media = mapMedia(monoTracks(labels));
+    EXPECT_EQ(claimedTracks(media), std::ssize(trackMap(media).tracks)) << labels;
+  }
+}
+
 TEST(InspectFileTest, theTracksAreAsManyAsTheLibraryCounts) {
   for (const char* labels : {"-", "- - E - -", "E E", "- E", "L R C"}) {
     const RawMedia media = monoTracks(labels);

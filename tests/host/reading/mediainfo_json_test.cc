@@ -112,6 +112,41 @@ TEST(JsonReaderTest, aFileIsFoundByItsName) {
   EXPECT_EQ(answer(reader, "c"), "not-media");
 }
 
+TEST(JsonReaderTest, theFirstOfTwoFilesOfOneNameIsTaken) {
+  const TemporaryDirectory directory;
+  const auto file = [](const std::string& name, const std::string& format) {
+    return R"({"media": {"@ref": ")" + name + R"(", "track": [{"@type": "General", "Format": ")" +
+           format + R"("}]}})";
+  };
+  const auto source =
+      directory.write("three.json", "[" + file("a/x.wav", "1") + "," + file("b/x.wav", "2") + "," +
+                                        file("b/x.wav", "3") + "]");
+  const JsonReader reader(source.string());
+  EXPECT_EQ(answer(reader, "a/x.wav"), "1");
+  EXPECT_EQ(answer(reader, "b/x.wav"), "2");
+  EXPECT_EQ(answer(reader, "c/x.wav"), "1");
+}
+
+// A walk along all files for each of them would take minutes.
+TEST(JsonReaderTest, manyFilesAreEachFoundAtOnce) {
+  constexpr std::size_t kFiles = 80'000;
+  const TemporaryDirectory directory;
+  std::string json;
+  for (std::size_t index = 0; index < kFiles; ++index) {
+    json += (json.empty() ? "[" : ",") + std::string(R"({"media": {"@ref": "in/)") +
+            std::to_string(index) + R"(.wav", "track": [{"@type": "General", "Format": ")" +
+            std::to_string(index) + R"("}]}})";
+  }
+  const JsonReader reader(directory.write("many.json", json + "]").string());
+  const std::vector<std::string> names = reader.files();
+  ASSERT_EQ(names.size(), kFiles);
+  for (std::size_t index = 0; index < kFiles; ++index) {
+    ASSERT_EQ(answer(reader, names[index]), std::to_string(index));
+    ASSERT_EQ(answer(reader, "out/" + std::to_string(index) + ".wav"), std::to_string(index));
+  }
+  EXPECT_EQ(answer(reader, "in/none.wav"), "not-in-json");
+}
+
 TEST(JsonReaderTest, theOnlyFileHasAnyName) {
   const TemporaryDirectory directory;
   EXPECT_EQ(answer(JsonReader(directory.write("one.json", kOneFile).string()), "x"), "MXF");

@@ -24,6 +24,8 @@ WRONG = [
     (["verdict", "exitCode"], 3),
     (["schema"], "kestrel-result-2"),
     (["trackTotal"], -1),
+    (["trackTotal"], 4097),
+    (["streams", 0, "tracks"], [1, 1]),
     (["tracks", 0, "number"], 0),
     (["findings"], None),
     (["services"], {}),

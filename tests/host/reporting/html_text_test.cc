@@ -57,5 +57,15 @@ TEST(HtmlTracksTest, neighboursAreOneRun) {
   }
 }
 
+TEST(HtmlTracksTest, aCellDoesNotGrowWithoutEnd) {
+  std::string cell;
+  addToCell(cell, "; ", "one");
+  addToCell(cell, "; ", "two");
+  EXPECT_EQ(cell, "one; two");
+  addToCell(cell, "; ", std::string(kLongestCell, 'x'));
+  addToCell(cell, "; ", "four");
+  EXPECT_EQ(cell, "one; two; …");
+}
+
 }  // namespace
 }  // namespace kestrel::host

@@ -49,7 +49,7 @@ TEST(LayoutExplanationTest, whatIsNotUsedIsSaid) {
       {"", "There is no entry such as \"T8=5.1 Mix,Stereo\".", "    ^"},
       {"\xc3\xa9;T1=Mno", "\"Mno\" is no service and takes no tracks; the nearest is \"Mono\".",
        "         ^^^"},
-      {"T1=Mono\n;x", "This belongs to no entry and is passed over.", "           ^^^"},
+      {"T1=Mono\n;x", "This belongs to no entry and is passed over.", "           ^^^^"},
   };
   for (const auto& row : rows) {
     const LayoutExplanation told = explainLayout(row.description);
