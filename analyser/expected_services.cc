@@ -22,7 +22,7 @@ void readService(std::string_view element, bool reportAll, ExpectedService& serv
 }
 
 std::uint32_t tracksNeeded(const ExpectedService& service) {
-  return service.trackCount > 0 ? static_cast<std::uint32_t>(service.trackCount) : 0;
+  return static_cast<std::uint32_t>(std::max(service.trackCount, 0));
 }
 
 // Takes all numbers of a call in one step, so that they are consecutive.

@@ -26,7 +26,7 @@ std::int64_t negatedDigits(const Char* text) {
   std::int64_t value = 0;
   for (; isDigit(*text); ++text) {
     const std::int64_t digit = *text - '0';
-    if (value < kLowest / 10 || (value == kLowest / 10 && digit > -(kLowest % 10))) return kLowest;
+    if (value < (kLowest + digit) / 10) return kLowest;
     value = value * 10 - digit;
   }
   return value;

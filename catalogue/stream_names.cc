@@ -15,7 +15,7 @@ consteval auto itemTexts() {
   std::array<InlineText, kLayouts.size()> texts;
   for (std::size_t item = 0; item < texts.size(); ++item)
     for (const StreamType type : kLayouts[item].streamTypes.view()) {
-      if (texts[item].size() > 0) texts[item].append(",");
+      if (texts[item].size() != 0) texts[item].append(",");
       texts[item].append(StreamTypeNames.at(type));
     }
   return IdTable{texts};
