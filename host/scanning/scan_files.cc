@@ -59,8 +59,7 @@ class Collector {
       entries.push_back(*at);
     }
     if (error) {
-      result_.problems.push_back(fmt::format("\"{}\": the directory cannot be read: {}",
-                                             printable(utf8FromPath(directory)), error.message()));
+      complain(directory, "the directory cannot be read", error);
     }
     std::ranges::sort(entries);
     takeEntries(entries);
@@ -70,14 +69,22 @@ class Collector {
   void takeEntries(const std::vector<fs::directory_entry>& entries) {
     const auto before = static_cast<std::ptrdiff_t>(waiting_.size());
     for (const fs::directory_entry& entry : entries) {
-      std::error_code ignored;
-      if (entry.symlink_status(ignored).type() == fs::file_type::directory) {
+      std::error_code error;
+      const fs::file_type type = entry.symlink_status(error).type();
+      if (error) {
+        complain(entry.path(), "cannot be reached", error);
+      } else if (type == fs::file_type::directory) {
         waiting_.push_back(entry.path());
-      } else if (hasMediaExtension(entry.path()) && !entry.is_directory(ignored)) {
+      } else if (hasMediaExtension(entry.path()) && !entry.is_directory(error)) {
         add(entry.path());
       }
     }
     std::reverse(waiting_.begin() + before, waiting_.end());
+  }
+
+  void complain(const fs::path& path, const char* what, const std::error_code& error) {
+    result_.problems.push_back(
+        fmt::format("\"{}\": {}: {}", printable(utf8FromPath(path)), what, error.message()));
   }
 
   ScanFiles result_;

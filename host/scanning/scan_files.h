@@ -12,7 +12,7 @@ namespace kestrel::host {
 struct ScanFiles {
   /// Each once, directories in the order of names. Texts, since a path takes many times their room.
   std::vector<std::string> files;
-  std::vector<std::string> problems;  ///< a sentence for each directory that cannot be read
+  std::vector<std::string> problems;  ///< a sentence for each place that cannot be looked into
 };
 
 /// Links to directories are not followed below a named directory, so that no link makes a circle.

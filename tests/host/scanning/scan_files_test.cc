@@ -55,6 +55,22 @@ TEST(ScanFilesTest, aCircleOfLinksIsNotFollowed) {
   EXPECT_EQ(filesOfScan({directory / "in/again"}).files, (Names{directory / "in/again/a.mxf"}));
 }
 
+// Made from the inside, since no path of such a length is taken by the system.
+TEST(ScanFilesTest, aFolderTooDeepForAPathIsSaid) {
+  const TemporaryDirectory directory;
+  const fs::path before = fs::current_path();
+  const std::string name(200, 'x');
+  fs::current_path(directory / ".");
+  for (int depth = 0; depth < 30; ++depth) {
+    fs::create_directory(name);
+    fs::current_path(name);
+  }
+  fs::current_path(before);
+  const ScanFiles found = filesOfScan({directory / "."});
+  ASSERT_EQ(found.problems.size(), 1u);
+  EXPECT_NE(found.problems[0].find("cannot be reached: File name too long"), std::string::npos);
+}
+
 TEST(ScanFilesTest, whatIsNamedIsTakenEvenIfItIsNotThere) {
   EXPECT_EQ(filesOfScan({"/none/a.txt", "/none/b"}).files, (Names{"/none/a.txt", "/none/b"}));
 }
