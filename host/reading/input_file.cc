@@ -1,6 +1,5 @@
 #include "host/reading/input_file.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +7,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "host/basics/descriptors.h"
 #include "host/reading/media_facts.h"
 
 namespace kestrel::host {
@@ -42,9 +42,9 @@ void checkType(const fs::path& file) {
   }
 }
 
-int openForReading(const fs::path& file) {
+int opened(const fs::path& file) {
   checkType(file);
-  const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+  const int descriptor = openForReading(file);
   if (descriptor < 0) {
     throw NotExamined("no-permission", "cannot be opened for reading");
   }
@@ -57,7 +57,7 @@ int openForReading(const fs::path& file) {
 
 }  // namespace
 
-InputFile::InputFile(const fs::path& file) : descriptor_(openForReading(file)) {
+InputFile::InputFile(const fs::path& file) : descriptor_(opened(file)) {
   struct stat status {};
   if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode)) {
     size_ = static_cast<std::uint64_t>(status.st_size);

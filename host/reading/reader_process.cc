@@ -20,6 +20,7 @@
 #include <string_view>
 #include <utility>
 
+#include "host/basics/descriptors.h"
 #include "host/basics/text_parts.h"
 #include "host/reading/input_file.h"
 #include "host/reading/libmediainfo_fields.h"
@@ -35,23 +36,16 @@ constexpr char kCommand[] = "--as-reader-process";
 // False at the end of what there is to read.
 bool readMore(int descriptor, std::string& text) {
   std::array<char, 65536> buffer{};
-  ssize_t count = 0;
-  do {
-    count = ::read(descriptor, buffer.data(), buffer.size());
-  } while (count < 0 && errno == EINTR);
+  const std::ptrdiff_t count = readSome(descriptor, buffer.data(), buffer.size());
   if (count > 0) {
     text.append(buffer.data(), static_cast<std::size_t>(count));
   }
   return count > 0;
 }
 
-void writeAll(int descriptor, std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t count = ::write(descriptor, text.data(), text.size());
-    if (count < 0 && errno != EINTR) {
-      fail();
-    }
-    text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+void send(int descriptor, std::string_view text) {
+  if (writeAll(descriptor, text)) {
+    fail();
   }
 }
 
@@ -87,7 +81,7 @@ std::string answerOf(const ReaderRequest& request, const ProcessLimits& limits) 
   std::set_new_handler(endOverMemory);
   int code = EXIT_FAILURE;
   try {
-    writeAll(STDOUT_FILENO, answerOf(request, limits));
+    send(STDOUT_FILENO, answerOf(request, limits));
     code = EXIT_SUCCESS;
   } catch (const std::exception&) {
     // The exit code tells; there is nobody else to be told.
@@ -150,7 +144,7 @@ void answerAll(const ProcessLimits& limits) {
       if (++requests == 2) {
         prepareLibmediainfo();
       }
-      writeAll(STDOUT_FILENO, textOf(answerTo(*request, limits)));
+      send(STDOUT_FILENO, textOf(answerTo(*request, limits)));
     }
   } while (readMore(STDIN_FILENO, input));
 }
