@@ -92,8 +92,13 @@ constexpr std::array<Member, 3> kVerdict = {
 
 constexpr std::array<Member, 2> kError = {{{"id", kId}, {"sentence", kText}}};
 
-constexpr std::array<Member, 2> kIdentity = {
-    {{"size", number(0, std::numeric_limits<std::int64_t>::max())}, {"modified", kText}}};
+// A line that lacks one is of another file to a scan that goes on.
+constexpr Form kCount = number(0, std::numeric_limits<std::int64_t>::max());
+constexpr std::array<Member, 5> kIdentity = {{{"size", kCount, true},
+                                              {"modified", kText, true},
+                                              {"changed", kText, true},
+                                              {"device", kCount, true},
+                                              {"inode", kCount, true}}};
 
 constexpr std::array<Member, 10> kStreamMembers = {{{"id", kText},
                                                     {"channel", orNull(number(1, kLargest))},

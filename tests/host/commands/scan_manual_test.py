@@ -113,7 +113,7 @@ class Bash(unittest.TestCase):
             (("scan", "--resume", "-o", "two.j"), {"two.jsonl"}),
             (("report", "two w"), {"two words.mxf"}),
             (("explain", "tw"), set()),
-            (("scan", "--re"), {"--resume", "--recheck", "--report-all"}),
+            (("scan", "--re"), {"--resume", "--recheck", "--report-all", "--require-isolation"}),
         ]
         for words, expected in rows:
             self.assertEqual(self.complete("kestrel", *words), expected, words)
