@@ -39,6 +39,7 @@ void keep(const PlacedService& placed, const FileTracks& tracks, KeptService& ke
 std::vector<KeptService> keptServices(const AudioServiceMapManager& analyser) {
   const auto& placed = analyser.placement().services;
   std::vector<KeptService> kept;
+  kept.reserve(placed.size());
   for (const PlacedService& service : placed)
     keep(service, analyser.fileTracks(), kept.emplace_back());
   return kept;
