@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
+#include <span>
 #include <stdexcept>
 
 namespace kestrel::host {
@@ -53,6 +54,10 @@ std::uint64_t allRights(long version) {
   return kRights.at(known - 1);
 }
 
+// A sanitizer asks by a pipe whether it may look at memory, and for the other stack of signals.
+constexpr std::array kAllowedWhenSanitized = {SCMP_SYS(pipe2), SCMP_SYS(close),
+                                              SCMP_SYS(sigaltstack)};
+
 struct ReleaseFilter {
   void operator()(void* filter) const { ::seccomp_release(filter); }
 };
@@ -66,6 +71,12 @@ constexpr std::array kAllowed = {
     SCMP_SYS(getrandom),    SCMP_SYS(sched_yield),   SCMP_SYS(rt_sigaction),
     SCMP_SYS(rt_sigreturn), SCMP_SYS(exit),          SCMP_SYS(rt_sigprocmask),
     SCMP_SYS(exit_group)};
+
+void allow(scmp_filter_ctx filter, std::span<const int> calls) {
+  for (const int call : calls) {
+    require(::seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) == 0);
+  }
+}
 
 // Memory may be asked for, but none that can be executed.
 constexpr std::array kAllowedWithoutExecution = {SCMP_SYS(mmap), SCMP_SYS(mprotect)};
@@ -113,8 +124,9 @@ void denyFileSystem() {
 void denySystemCalls() {
   const std::unique_ptr<void, ReleaseFilter> filter(::seccomp_init(SCMP_ACT_ERRNO(EPERM)));
   require(filter != nullptr);
-  for (const int call : kAllowed) {
-    require(::seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) == 0);
+  allow(filter.get(), kAllowed);
+  if constexpr (kIsSanitized) {
+    allow(filter.get(), kAllowedWhenSanitized);
   }
   for (const int call : kAllowedWithoutExecution) {
     require(::seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 1,
